@@ -1,0 +1,25 @@
+# What every target of this tree compiles with.
+add_library(quorvex_build INTERFACE)
+target_compile_options(quorvex_build INTERFACE
+  -Wall -Wextra -Wconversion -Wshadow -Wpedantic $<$<BOOL:${QUORVEX_WERROR}>:-Werror>)
+if(QUORVEX_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=undefined -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
+# quorvex_test(NAME <name> LABEL unit|window|bench-top SOURCES <file>... [LIBRARIES <target>...] [TIMEOUT <s>])
+# One Qt Test executable, one CTest entry, on the offscreen platform.
+function(quorvex_test)
+  cmake_parse_arguments(T "" "NAME;LABEL;TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+  if(NOT T_TIMEOUT)
+    set(T_TIMEOUT 60)
+  endif()
+  add_executable(${T_NAME} ${T_SOURCES})
+  set_target_properties(${T_NAME} PROPERTIES AUTOMOC ON
+                        RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
+  target_include_directories(${T_NAME} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests)
+  target_link_libraries(${T_NAME} PRIVATE quorvex_build ${T_LIBRARIES} Qt6::Test)
+  add_test(NAME ${T_NAME} COMMAND ${T_NAME})
+  set_tests_properties(${T_NAME} PROPERTIES LABELS ${T_LABEL} TIMEOUT ${T_TIMEOUT}
+    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QUORVEX_BIN=${CMAKE_BINARY_DIR}/bin")
+endfunction()

@@ -1,0 +1,35 @@
+#include "link/block_capture.h"
+
+#include "link/input_wait.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+void BlockCapture::synchronise(SerialPort& port) {
+    // A character that breaks the marker is used up, an "s" too: matching starts over with the next one.
+    while (port.waiting() > 0) {
+        if (port.read() == 's' && port.read() == 'y' && port.read() == 'n' && port.read() == 'c')
+            return;
+    }
+}
+
+void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count) {
+    count_ = 0;
+    synchronise(port);
+    InputWait wait(port, loop, limitUnits * 1000);
+    bool done = false;
+    while (!done && port.waiting() > 0) {
+        const auto c = port.read();
+        if (!c)
+            break;
+        if (count_ >= kCapacity)
+            throw RuntimeFault::subscriptOutOfRange();
+        bytes_[static_cast<std::size_t>(count_)] = static_cast<unsigned char>(*c);
+        ++count_;
+        done = count_ >= count;
+        if (!done)
+            wait.forNext();
+    }
+}
+
+}  // namespace quorvex

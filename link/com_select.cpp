@@ -1,0 +1,54 @@
+#include "link/com_select.h"
+
+#include <QFrame>
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+#include "link/form.h"
+#include "link/port_device.h"
+
+namespace quorvex {
+
+ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
+    : QDialog(parent), choice_(choice), comboCom_(new QComboBox(this)) {
+    setObjectName(QStringLiteral("ComSelect"));
+    setWindowTitle(QStringLiteral("Select Serial Port"));
+
+    comboCom_->setObjectName(QStringLiteral("ComboCom"));
+    comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
+    for (int number = 1; number <= PortChoice::kPortsOffered; ++number) {
+        comboCom_->addItem(QStringLiteral("COM%1").arg(number));
+        comboCom_->setItemData(number - 1, findPortDevice(number).description(), Qt::ToolTipRole);
+    }
+    auto* line = new QFrame(this);
+    line->setObjectName(QStringLiteral("Line1"));
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    QPushButton* ok = makeButton(this, "CmdOK", "&OK");
+    QPushButton* cancel = makeButton(this, "CmdCancel", "&Cancel");
+    ok->setDefault(true);
+    onClick(ok, [this] { CmdOK_Click(); });
+    onClick(cancel, [this] { reject(); });
+
+    auto* choiceRow = new QHBoxLayout;
+    choiceRow->addWidget(makeLabel(this, "Label1", "COM Port:", comboCom_));
+    choiceRow->addWidget(comboCom_, 1);
+    auto* buttonRow = new QHBoxLayout;
+    buttonRow->addStretch();
+    buttonRow->addWidget(ok);
+    buttonRow->addWidget(cancel);
+    auto* column = new QVBoxLayout(this);
+    column->addLayout(choiceRow);
+    column->addWidget(line);
+    column->addLayout(buttonRow);
+    column->setSizeConstraint(QLayout::SetFixedSize);
+    setMinimumWidth(260);
+
+    comboCom_->setCurrentIndex(choice_.preselected());
+}
+
+void ComSelect::CmdOK_Click() {
+    if (choice_.CmdOK_Click(comboCom_->currentIndex()))
+        accept();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,54 @@
+#include "link/form.h"
+
+#include <QFontDatabase>
+
+#include "link/guard.h"
+
+namespace quorvex {
+
+namespace {
+constexpr int kFieldMargins = 16;
+}
+
+QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover) {
+    auto* button = new QPushButton(QString::fromUtf8(caption), parent);
+    button->setObjectName(QString::fromLatin1(name));
+    button->setToolTip(QString::fromUtf8(hover));
+    return button;
+}
+
+FieldEdit* makeField(QWidget* parent, const char* name, int characters, const char* hover) {
+    auto* field = new FieldEdit(parent);
+    field->setObjectName(QString::fromLatin1(name));
+    field->setToolTip(QString::fromUtf8(hover));
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QLatin1Char('0')) * characters +
+                         kFieldMargins);
+    return field;
+}
+
+FieldEdit* makeHexField(QWidget* parent, const char* name, int characters, const char* hover) {
+    FieldEdit* field = makeField(parent, name, characters, hover);
+    field->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
+    field->setFixedWidth(QFontMetrics(field->font()).horizontalAdvance(QLatin1Char('0')) * characters +
+                         kFieldMargins);
+    return field;
+}
+
+QLabel* makeLabel(QWidget* parent, const char* name, const char* caption, QWidget* buddy) {
+    auto* label = new QLabel(QString::fromUtf8(caption), parent);
+    label->setObjectName(QString::fromLatin1(name));
+    label->setBuddy(buddy);
+    return label;
+}
+
+void onClick(QAbstractButton* button, std::function<void()> handler) {
+    QObject::connect(button, &QAbstractButton::clicked, button,
+                     [handler = std::move(handler)] { guarded(handler); });
+}
+
+void setTabChain(const std::vector<QWidget*>& controls) {
+    for (std::size_t i = 1; i < controls.size(); ++i)
+        QWidget::setTabOrder(controls[i - 1], controls[i]);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,45 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "link/console.h"
+#include "link/serial_port.h"
+#include "link/settings_store.h"
+
+namespace quorvex {
+
+/// Which serial port the program works on: the stored number, opening it, and the choice of another one.
+class PortChoice {
+public:
+    static constexpr int kPortsOffered = 12;  ///< COM1 to COM12 in the drop-down
+
+    PortChoice(SerialPort& port, SettingsStore& store, Console& console);
+
+    /// The stored port number, 1 when none is stored; read anew each time. Throws "Type mismatch" when the
+    /// stored text is no number and "Overflow" when it does not fit 16 bits.
+    std::int16_t GetComPort() const;
+
+    /// Index of the item that the dialog preselects: -1 for none. Throws as GetComPort does, and "Invalid
+    /// property value" for a stored number that the drop-down does not hold.
+    int preselected() const;
+
+    /// OK in the dialog with item `index` (-1: none) selected. True: port opened and stored, the dialog
+    /// closes. False: the operator has been told, the port is closed, nothing is stored.
+    bool CmdOK_Click(int index);
+
+    /// What the port label shows after the dialog: "COM" and the stored number while open, else "No Comms".
+    std::string labelAfterDialog() const;
+
+    /// Tells that a port could not be opened; `number` is empty when it is not known.
+    void reportNotOpened(const std::string& number);
+
+private:
+    SerialPort& port_;
+    SettingsStore& store_;
+    Console& console_;
+};
+
+inline constexpr const char* kNoComms = "No Comms";
+
+}  // namespace quorvex

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "link/console.h"
+#include "link/status_line.h"
+
+namespace quorvex {
+
+/// Status line, message boxes, beep and pointer of the window.
+class QtConsole : public Console {
+public:
+    explicit QtConsole(StatusLine& statusLine) : statusLine_(statusLine) {}
+
+    void status(std::string_view text, Colour colour) override;
+    void messageBox(std::string_view text, Icon icon, std::string_view title) override;
+    void beep() override;
+    void hourglass(bool up) override;
+
+private:
+    StatusLine& statusLine_;
+};
+
+}  // namespace quorvex

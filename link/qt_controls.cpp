@@ -1,0 +1,40 @@
+#include "link/qt_controls.h"
+
+#include "link/latin1.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+std::string LineEditField::text() const {
+    return fromQt(edit_->text());
+}
+
+void LineEditField::setText(std::string_view text) {
+    edit_->setText(toQt(text));
+    edit_->setCursorPosition(0);
+}
+
+int CheckBoxField::value() const {
+    switch (box_->checkState()) {
+        case Qt::Unchecked: return 0;
+        case Qt::Checked: return 1;
+        case Qt::PartiallyChecked: break;
+    }
+    return 2;
+}
+
+void CheckBoxField::setValue(int value) {
+    switch (value) {
+        case 0: box_->setCheckState(Qt::Unchecked); break;
+        case 1: box_->setCheckState(Qt::Checked); break;
+        case 2: box_->setCheckState(Qt::PartiallyChecked); break;
+        default: throw RuntimeFault::invalidPropertyValue();
+    }
+}
+
+void RadioGroup::select(int index) {
+    for (std::size_t i = 0; i < buttons_.size(); ++i)
+        buttons_[i]->setChecked(static_cast<int>(i) == index);
+}
+
+}  // namespace quorvex

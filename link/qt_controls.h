@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QLineEdit>
+#include <QRadioButton>
+#include <vector>
+
+#include "link/controls.h"
+
+namespace quorvex {
+
+/// A QLineEdit as operations see it.
+class LineEditField : public TextField {
+public:
+    explicit LineEditField(QLineEdit* edit) : edit_(edit) {}
+    std::string text() const override;
+    void setText(std::string_view text) override;
+
+private:
+    QLineEdit* edit_;
+};
+
+/// A QCheckBox as operations see it.
+class CheckBoxField : public CheckField {
+public:
+    explicit CheckBoxField(QCheckBox* box) : box_(box) {}
+    int value() const override;
+    void setValue(int value) override;
+
+private:
+    QCheckBox* box_;
+};
+
+/// Radio buttons as operations see them.
+class RadioGroup : public OptionGroup {
+public:
+    explicit RadioGroup(std::vector<QRadioButton*> buttons) : buttons_(std::move(buttons)) {}
+    void select(int index) override;
+
+private:
+    std::vector<QRadioButton*> buttons_;
+};
+
+}  // namespace quorvex

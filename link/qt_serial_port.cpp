@@ -1,0 +1,113 @@
+#include "link/qt_serial_port.h"
+
+#include "link/device_facts.h"
+#include "link/port_device.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+namespace {
+constexpr int kReceiveBuffer = 4096;
+constexpr int kCannotOpen = 8005;
+}  // namespace
+
+QtSerialPort::QtSerialPort() {
+    port_.setObjectName(QStringLiteral("MSComm1"));
+    port_.setBaudRate(QSerialPort::Baud19200);
+    port_.setDataBits(QSerialPort::Data8);
+    port_.setParity(QSerialPort::NoParity);
+    port_.setStopBits(QSerialPort::OneStop);
+    port_.setFlowControl(QSerialPort::NoFlowControl);
+    port_.setReadBufferSize(kReceiveBuffer);
+    QObject::connect(&port_, &QSerialPort::errorOccurred, &port_,
+                     [this](QSerialPort::SerialPortError error) { failed(error); });
+}
+
+QtSerialPort::~QtSerialPort() {
+    port_.disconnect();
+    close();
+}
+
+void QtSerialPort::open(int number) {
+    close();
+    const PortDevice device = findPortDevice(number);
+    if (device.path.isEmpty())
+        throw RuntimeFault(kCannotOpen, "The port is absent");
+    port_.setPortName(device.path);
+    if (!port_.open(QIODevice::ReadWrite))
+        throw RuntimeFault(kCannotOpen, port_.errorString().toStdString());
+    lost_ = false;
+    port_.clear();  // opening keeps what the device had received before
+}
+
+void QtSerialPort::close() {
+    lost_ = false;
+    if (port_.isOpen())
+        port_.close();
+}
+
+bool QtSerialPort::isOpen() const {
+    return port_.isOpen() && !lost_;
+}
+
+std::size_t QtSerialPort::waiting() {
+    if (!isOpen())
+        return 0;
+    // What has arrived since the last event is still with the system.
+    if (port_.bytesAvailable() == 0 && !port_.waitForReadyRead(0) && isOpen() && isHungUp(port_.handle()))
+        lose();
+    return isOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
+}
+
+void QtSerialPort::discardInput() {
+    demandOpen();
+    port_.clear(QSerialPort::Input);
+}
+
+std::optional<char> QtSerialPort::read() {
+    char c = 0;
+    if (waiting() == 0 || port_.read(&c, 1) != 1)
+        return std::nullopt;
+    return c;
+}
+
+void QtSerialPort::write(char c) {
+    demandOpen();
+    port_.write(&c, 1);
+}
+
+void QtSerialPort::flush() {
+    demandOpen();
+    port_.flush();
+}
+
+void QtSerialPort::failed(QSerialPort::SerialPortError error) {
+    // A device that went away repeats its error without end until the port is closed.
+    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError ||
+        error == QSerialPort::WriteError)
+        lose();
+}
+
+void QtSerialPort::lose() {
+    if (!isOpen())
+        return;
+    // Closing inside the port's own error signal would pull it from under its own feet.
+    lost_ = true;
+    QMetaObject::invokeMethod(
+        &port_,
+        [this] {
+            if (!lost_)
+                return;
+            close();
+            if (lostHandler_)
+                lostHandler_();
+        },
+        Qt::QueuedConnection);
+}
+
+void QtSerialPort::demandOpen() const {
+    if (!isOpen())
+        throw RuntimeFault::portNotOpen();
+}
+
+}  // namespace quorvex

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QSerialPort>
+#include <functional>
+
+#include "link/serial_port.h"
+
+namespace quorvex {
+
+/// The serial port of this machine.
+class QtSerialPort : public SerialPort {
+public:
+    QtSerialPort();
+    ~QtSerialPort() override;
+
+    void open(int number) override;
+    void close() override;
+    bool isOpen() const override;
+    std::size_t waiting() override;
+    void discardInput() override;
+    std::optional<char> read() override;
+    void write(char c) override;
+    void flush() override;
+
+    /// Called from the event loop once the port has closed because its device went away.
+    void onLost(std::function<void()> handler) { lostHandler_ = std::move(handler); }
+
+private:
+    void failed(QSerialPort::SerialPortError error);
+    void lose();
+    void demandOpen() const;
+
+    QSerialPort port_;
+    bool lost_ = false;  ///< the device is gone; the port closes with the next event
+    std::function<void()> lostHandler_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,56 @@
+#include "link/qt_settings_store.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QSettings>
+#include <QStandardPaths>
+
+#include "link/latin1.h"
+
+namespace quorvex {
+
+namespace {
+
+#ifdef Q_OS_WIN
+constexpr auto kFormat = QSettings::NativeFormat;
+#else
+constexpr auto kFormat = QSettings::IniFormat;
+#endif
+
+QString settingKey(std::string_view key) {
+    return QStringLiteral("Settings/") + toQt(key);
+}
+
+}  // namespace
+
+QString QtSettingsStore::location() {
+#ifdef Q_OS_WIN
+    return QStringLiteral("HKEY_CURRENT_USER\\Software\\QuorvexCfg");
+#else
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/QuorvexCfg.conf");
+#endif
+}
+
+std::string QtSettingsStore::get(std::string_view key, std::string_view byDefault) const {
+    QSettings settings(location(), kFormat);
+    settings.sync();  // another program may have written since
+    const QVariant stored = settings.value(settingKey(key));
+    if (!stored.isValid())
+        return std::string(byDefault);
+    // A text with commas comes back as its pieces.
+    return fromQt(stored.toStringList().join(QLatin1Char(',')));
+}
+
+void QtSettingsStore::save(std::string_view key, std::string_view text) {
+#ifndef Q_OS_WIN
+    QDir().mkpath(QFileInfo(location()).absolutePath());
+#endif
+    QSettings settings(location(), kFormat);
+    settings.setValue(settingKey(key), toQt(text));
+    settings.sync();
+    if (settings.status() != QSettings::NoError && saveFailed_)
+        saveFailed_();
+}
+
+}  // namespace quorvex

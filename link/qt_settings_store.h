@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <functional>
+
+#include "link/settings_store.h"
+
+namespace quorvex {
+
+/// The settings in the user's configuration folder: QuorvexCfg.conf, section [Settings]. On Windows the
+/// user's branch of the registry.
+class QtSettingsStore : public SettingsStore {
+public:
+    std::string get(std::string_view key, std::string_view byDefault) const override;
+    void save(std::string_view key, std::string_view text) override;
+
+    /// The file, or the registry branch.
+    static QString location();
+
+    /// Called when something could not be saved.
+    void onSaveFailed(std::function<void()> handler) { saveFailed_ = std::move(handler); }
+
+private:
+    std::function<void()> saveFailed_;
+};
+
+}  // namespace quorvex

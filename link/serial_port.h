@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstddef>
+#include <optional>
+
+namespace quorvex {
+
+/// The one serial port, always at 19200 baud, 8 data bits, no parity, 1 stop bit, without flow control.
+/// It is open or closed; a port whose device goes away (a pulled cable) closes by itself.
+class SerialPort {
+public:
+    virtual ~SerialPort() = default;
+
+    /// Opens COM`number` and drops what it had received before. Throws RuntimeFault when the port is
+    /// absent, busy, not permitted or not a serial port, and stays closed then.
+    virtual void open(int number) = 0;
+    /// Closes the port; nothing happens when it is closed already.
+    virtual void close() = 0;
+    virtual bool isOpen() const = 0;
+
+    /// Count of characters that have arrived and not been read, whether or not an event has run since they
+    /// came. 0 on a closed port.
+    virtual std::size_t waiting() = 0;
+    /// Drops every character that is waiting. Throws RuntimeFault on a closed port.
+    virtual void discardInput() = 0;
+    /// Takes one waiting character, 0 to 255 as an unsigned char; empty when none waits.
+    virtual std::optional<char> read() = 0;
+    /// Gives one character to the port. Throws RuntimeFault on a closed port.
+    virtual void write(char c) = 0;
+    /// Puts what has been written on the wire without waiting for it to leave.
+    virtual void flush() = 0;
+};
+
+}  // namespace quorvex
