@@ -1,0 +1,32 @@
+#pragma once
+
+#include <QCheckBox>
+#include <QRadioButton>
+#include <QWidget>
+
+#include "beltpack/settings_editors.h"
+#include "link/one_item_list_widget.h"
+#include "link/qt_controls.h"
+
+namespace quorvex {
+
+/// The controls that edit the settings image: microphone type, battery alarm, hardware revision and the
+/// production values. The list of regulations stands in another frame.
+class EditorsFrame : public QWidget {
+public:
+    EditorsFrame(SettingsImage& image, OneItemListWidget& regulations, QWidget* parent = nullptr);
+
+    SettingsEditors& editors() { return editors_; }
+
+private:
+    QRadioButton* option(const char* name, const char* caption);
+
+    QRadioButton *optionMICBal_, *optionMICUnBal_, *optionMICElectret_;
+    QCheckBox* checkBattAlarm_;
+    OneItemListWidget* hwRevision_;
+    RadioGroup mic_;
+    CheckBoxField batteryAlarm_;
+    SettingsEditors editors_;
+};
+
+}  // namespace quorvex

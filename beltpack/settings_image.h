@@ -1,0 +1,72 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "beltpack/fixed_text.h"
+
+namespace quorvex {
+
+/// One parameter of a Beltpack.
+struct Parameter {
+    std::int16_t length = 0;  ///< payload bytes of a reply or write: the number and the data, 2 or 6
+    std::int16_t number = 0;  ///< on the wire, 1 to 21
+    FixedText<10> value;      ///< hexadecimal digits, "N/A" when the unit has none, blank when unknown
+    FixedText<20> name;
+    FixedText<2> available;   ///< "1" or "0" by the last read, blank before one
+
+    std::string readLine() const;
+    /// Characters of the reply to `readLine` and of the read-back of a write.
+    int replyLength() const { return 2 * length + 4; }
+    std::string writeLine() const;
+    int dataDigits() const { return 2 * (length - 1); }
+
+    /// Stores what a unit answered to `readLine`: the reply's characters from the 7th on.
+    void storeReply(const std::string& reply);
+};
+
+/// The data digits of a reply: its characters from the 7th on.
+std::string dataDigits(const std::string& reply);
+
+/// The configurable parameters of one Beltpack, in memory. Records 0 to 20 are in use; record 21 stays empty.
+class SettingsImage {
+public:
+    static constexpr int kParameters = 21;
+    static constexpr int kRecords = 22;
+
+    // Records that something else than the table goes by.
+    static constexpr int kPsn = 0;
+    static constexpr int kSystemIdLength = 1;
+    static constexpr int kSystemId = 2;
+    static constexpr int kHeadsetLimit = 3;
+    static constexpr int kRssiWarningAlarm = 4;
+    static constexpr int kLowBatteryAlarm = 5;
+    static constexpr int kMicType = 6;
+    static constexpr int kMicGain = 7;
+    static constexpr int kHeadphoneOffLevel = 8;
+    static constexpr int kSidetoneVolume = 9;
+    static constexpr int kMasterVolume = 10;
+    static constexpr int kProgrammingMode = 11;
+    static constexpr int kRfCarrierMask = 13;
+    static constexpr int kPageChangeMode = 14;
+    static constexpr int kFccEnabled = 15;
+    static constexpr int kMicNoiseGate = 18;
+    static constexpr int kFeatureMap = 20;
+
+    SettingsImage();
+
+    /// Throws "Subscript out of range" outside 0 to 21.
+    Parameter& operator[](int index);
+    const Parameter& operator[](int index) const;
+
+    /// Blanks the values of records 0 to 20.
+    void clearValues();
+    /// Whether a read or a file has filled the image, so that it may be written to a unit.
+    bool isFilled() const { return !records_[kPsn].value.isBlank(); }
+
+private:
+    std::array<Parameter, kRecords> records_;
+};
+
+}  // namespace quorvex
