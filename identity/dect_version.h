@@ -1,0 +1,28 @@
+#pragma once
+
+#include <string>
+
+#include "link/command_link.h"
+#include "link/controls.h"
+
+namespace quorvex {
+
+/// Asking a unit for its DECT firmware version.
+class DectVersion {
+public:
+    static constexpr const char* kBeltpackRequest = "! 0108";
+    static constexpr const char* kAntennaRequest = "! 0107";
+
+    DectVersion(CommandLink& link, std::string request, TextField& version);
+
+    /// Sends the request and shows the version of the first reply line that has one; lines before it are
+    /// skipped. "Unavailable" after 2 s of silence, empty when the line is too short to hold a version.
+    void request();
+
+private:
+    CommandLink& link_;
+    std::string request_;
+    TextField& version_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,27 @@
+#include "identity/dect_version_frame.h"
+
+#include <QHBoxLayout>
+
+#include "link/form.h"
+
+namespace quorvex {
+
+namespace {
+constexpr int kVersionCharacters = 14;
+}
+
+DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidget* parent)
+    : QGroupBox(QStringLiteral("DECT Firmware Version Number"), parent),
+      edit_(makeField(this, names.field, kVersionCharacters)),
+      version_(link, names.request, field_) {
+    edit_->setAccessibleName(title());
+    QPushButton* request = makeButton(this, names.button, "Request");
+    onClick(request, [this] { version_.request(); });
+
+    auto* row = new QHBoxLayout(this);
+    row->addWidget(edit_);
+    row->addStretch();
+    row->addWidget(request);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QGroupBox>
+
+#include "identity/dect_version.h"
+#include "link/qt_controls.h"
+
+namespace quorvex {
+
+/// "DECT Firmware Version Number": one field and its "Request" button, for one kind of unit.
+class DectVersionFrame : public QGroupBox {
+public:
+    struct Names {
+        const char* field;
+        const char* button;
+        const char* request;
+    };
+    static constexpr Names kBeltpack{"TextDectVerBP", "CommandDectPPVerReq", DectVersion::kBeltpackRequest};
+    static constexpr Names kAntenna{"TextDectVer", "CommandDectVerReq", DectVersion::kAntennaRequest};
+
+    DectVersionFrame(CommandLink& link, const Names& names, QWidget* parent = nullptr);
+
+    DectVersion& version() { return version_; }
+
+private:
+    QLineEdit* edit_;
+    LineEditField field_{edit_};
+    DectVersion version_;
+};
+
+}  // namespace quorvex

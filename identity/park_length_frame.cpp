@@ -1,0 +1,24 @@
+#include "identity/park_length_frame.h"
+
+#include <QHBoxLayout>
+
+#include "link/form.h"
+
+namespace quorvex {
+
+ParkLengthFrame::ParkLengthFrame(QWidget* parent)
+    : QGroupBox(QStringLiteral("Park Length Indicator (Hex)"), parent),
+      textPli_(makeHexField(this, "TextPli", 10,
+                            "1F - conn to all AA on Matrix (normal); 12 - conn to all VGC Matrices; "
+                            "27 - conn to just 1 AA")) {
+    textPli_->setAccessibleName(title());
+    // The hover text speaks of RF carriers, as intended.
+    QPushButton* update = makeButton(this, "CmdUpdatePli", "Update", "Send RF Carriers To BP");
+
+    auto* row = new QHBoxLayout(this);
+    row->addWidget(textPli_);
+    row->addStretch();
+    row->addWidget(update);
+}
+
+}  // namespace quorvex

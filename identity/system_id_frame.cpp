@@ -1,0 +1,51 @@
+#include "identity/system_id_frame.h"
+
+#include <QGridLayout>
+#include <QHBoxLayout>
+
+#include "link/form.h"
+
+namespace quorvex {
+
+SystemIdFrame::SystemIdFrame(CommandLink& link, QWidget* parent)
+    : QGroupBox(QStringLiteral("System ID (All Hex)"), parent),
+      textEic_(makeHexField(this, "TextEic", 4, "Equipment Installer's Code (00EC for Tarvin)")),
+      textFpn_(makeHexField(this, "TextFpn", 4, "Quorvex System ID (Only 2nd and 4th digits used)")),
+      textFps_(makeHexField(this, "TextFps", 1, "Matrix System Number (0-F)")),
+      textParkB_(makeHexField(this, "TextParkB", 10)),
+      systemId_(link, {parkB_, eic_, fpn_, fps_}) {
+    QLabel* labelEic = makeLabel(this, "LabelEic", "EIC", textEic_);
+    QLabel* labelFpn = makeLabel(this, "LabelFpn", "FPN", textFpn_);
+    labelFpn->setToolTip(QStringLiteral("Fur Character Quorvex System ID"));  // "Fur" as intended
+    QLabel* labelFps = makeLabel(this, "LabelFps", "FPS", textFps_);
+    QLabel* labelParkB = makeLabel(this, "LabelParkB", "PARK B", textParkB_);
+
+    connect(textEic_, &QLineEdit::textChanged, this, [this] { systemId_.TextEic_Change(); });
+    connect(textFpn_, &QLineEdit::textChanged, this, [this] { systemId_.TextFpn_Change(); });
+    connect(textFps_, &QLineEdit::textChanged, this, [this] { systemId_.TextFps_Change(); });
+    textParkB_->onKeyUp([this] { systemId_.TextParkB_KeyUp(); });
+
+    QPushButton* byDefault =
+        makeButton(this, "CommandDefault", "Default", "Set the Default/Recommended PARK B");
+    QPushButton* hpPari = makeButton(this, "CommandHpPari", "HP PARI",
+                                     "Get the PARI to be set in the HP DECT Testset");
+    QPushButton* update = makeButton(this, "CommandSetSysID", "Update", "Send System Id to Beltpack");
+
+    auto* fields = new QGridLayout;
+    int column = 0;
+    for (auto [label, edit] : {std::pair<QLabel*, FieldEdit*>{labelEic, textEic_}, {labelFpn, textFpn_},
+                               {labelFps, textFps_}, {labelParkB, textParkB_}}) {
+        fields->addWidget(label, 0, column);
+        fields->addWidget(edit, 1, column++);
+    }
+    fields->setColumnStretch(column, 1);
+    auto* buttons = new QHBoxLayout;
+    buttons->addWidget(byDefault);
+    buttons->addWidget(hpPari);
+    buttons->addWidget(update);
+    auto* rows = new QVBoxLayout(this);
+    rows->addLayout(fields);
+    rows->addLayout(buttons);
+}
+
+}  // namespace quorvex

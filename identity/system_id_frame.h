@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QGroupBox>
+
+#include "identity/system_id.h"
+#include "link/field_edit.h"
+#include "link/qt_controls.h"
+
+namespace quorvex {
+
+/// "System ID (All Hex)": the PARK B and its components EIC, FPN and FPS.
+class SystemIdFrame : public QGroupBox {
+public:
+    SystemIdFrame(CommandLink& link, QWidget* parent = nullptr);
+
+    SystemId& systemId() { return systemId_; }
+
+private:
+    FieldEdit* textEic_;
+    FieldEdit* textFpn_;
+    FieldEdit* textFps_;
+    FieldEdit* textParkB_;
+    LineEditField eic_{textEic_};
+    LineEditField fpn_{textFpn_};
+    LineEditField fps_{textFps_};
+    LineEditField parkB_{textParkB_};
+    SystemId systemId_;
+};
+
+}  // namespace quorvex
