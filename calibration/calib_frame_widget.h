@@ -1,0 +1,56 @@
+#pragma once
+
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <vector>
+
+#include "calibration/rf_module.h"
+#include "link/field_edit.h"
+#include "link/qt_controls.h"
+
+namespace quorvex {
+
+/// A frame with the calibration values last read from a Beltpack or from one module of an Active Antenna,
+/// and the button that calibrates it. A Kirk module has three frequency values, an RM5 a single one.
+/// Its controls stand at fixed places, because the layout moves some of them by their position.
+class CalibFrameWidget : public QGroupBox, public CalibFrame {
+public:
+    struct Names {
+        const char* title;
+        const char* fmCaption;
+        const char *fmDeviation, *freqAccuracy, *freqAccuracyRx, *freqAccuracyTx;
+        const char *freqLabel, *labelTx, *labelMid, *labelRx;
+        const char* rssiThreshold;  ///< null where the frame has none
+        const char *button, *buttonHover;
+        bool movesFreqLabel;
+    };
+    static const Names kBeltpack;
+    static const Names kModuleA;
+    static const Names kModuleB;
+
+    CalibFrameWidget(const Names& names, QWidget* parent = nullptr);
+
+    void apply(const CalibLayout& layout) override;
+
+    TextField& fmDeviation() { return fmDeviation_; }
+    TextField& freqAccuracy() { return freqAccuracy_; }
+    TextField& freqAccuracyRx() { return freqAccuracyRx_; }
+    TextField& freqAccuracyTx() { return freqAccuracyTx_; }
+    /// Only where the frame has one.
+    TextField& rssiThreshold() { return rssiThreshold_; }
+    QPushButton* calibrateButton() { return calibrate_; }
+
+private:
+    QLabel* place(const char* name, const char* caption, QWidget* buddy, QRect at);
+    FieldEdit* placeField(const char* name, QPoint at);
+
+    bool movesFreqLabel_;
+    FieldEdit *editFm_, *editFreq_, *editTx_, *editRx_, *editRssi_ = nullptr;
+    QLabel* freqLabel_;
+    QPushButton* calibrate_;
+    std::vector<QWidget*> kirkOnly_;
+    LineEditField fmDeviation_, freqAccuracy_, freqAccuracyRx_, freqAccuracyTx_, rssiThreshold_;
+};
+
+}  // namespace quorvex
