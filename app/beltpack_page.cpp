@@ -1,0 +1,76 @@
+#include "app/beltpack_page.h"
+
+#include <QHBoxLayout>
+#include <QVBoxLayout>
+
+namespace quorvex {
+
+class BeltpackPage::ReadNeighbours : public BeltpackReadNeighbours {
+public:
+    ReadNeighbours(BeltpackPage& page, RfModule& rfModule) : page_(page), rfModule_(rfModule) {}
+
+    int rfModuleType() const override { return rfModule_.type(); }
+    void changeRfModuleType(int type) override { rfModule_.change(static_cast<std::int16_t>(type)); }
+    void showSystemId(const std::string& parkB) override { page_.systemId_->systemId().showParkB(parkB); }
+    void requestDectVersion() override { page_.dectVersion_->version().request(); }
+    void enableSettingsButtons() override { page_.transfer_->enableSettingsButtons(); }
+
+private:
+    BeltpackPage& page_;
+    RfModule& rfModule_;
+};
+
+BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent)
+    : QWidget(parent),
+      link_(link),
+      image_(image),
+      transfer_(new TransferFrame(this)),
+      rfCarriers_(new RfCarriersFrame),
+      editors_(new EditorsFrame(image, rfCarriers_->regulations(), this)),
+      beltpackId_(new BeltpackIdFrame(this)),
+      systemId_(new SystemIdFrame(link, this)),
+      parkLength_(new ParkLengthFrame(this)),
+      dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
+      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)) {
+    auto* work = new QVBoxLayout;
+    work->addWidget(transfer_);
+    work->addSpacing(14);
+    work->addWidget(editors_);
+    work->addStretch();
+
+    auto* identity = new QVBoxLayout;
+    identity->addWidget(beltpackId_);
+    identity->addWidget(systemId_);
+    identity->addWidget(parkLength_);
+    identity->addWidget(dectVersion_);
+    identity->addStretch();
+
+    auto* radio = new QVBoxLayout;
+    rfCarriers_->setParent(this);  // after the others, for the order of the Tab key
+    radio->addWidget(rfCarriers_);
+    radio->addWidget(calibration_);
+    radio->addStretch();
+
+    auto* columns = new QHBoxLayout(this);
+    columns->setSpacing(16);
+    columns->addLayout(work);
+    columns->addLayout(identity);
+    columns->addLayout(radio);
+    columns->addStretch();
+}
+
+BeltpackPage::~BeltpackPage() = default;
+
+void BeltpackPage::connectTo(RfModule& rfModule) {
+    readNeighbours_ = std::make_unique<ReadNeighbours>(*this, rfModule);
+    read_ = std::make_unique<BeltpackRead>(
+        link_, image_, editors_->editors(),
+        BeltpackFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), parkLength_->pli(),
+                       calibration_->fmDeviation(), calibration_->freqAccuracy(),
+                       calibration_->freqAccuracyRx(), calibration_->freqAccuracyTx(),
+                       calibration_->rssiThreshold()},
+        *readNeighbours_);
+    transfer_->connectTo(*read_);
+}
+
+}  // namespace quorvex

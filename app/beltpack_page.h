@@ -1,0 +1,45 @@
+#pragma once
+
+#include <QWidget>
+#include <memory>
+
+#include "beltpack/beltpack_read.h"
+#include "beltpack/editors_frame.h"
+#include "beltpack/transfer_frame.h"
+#include "calibration/calib_frame_widget.h"
+#include "identity/beltpack_id_frame.h"
+#include "identity/dect_version_frame.h"
+#include "identity/park_length_frame.h"
+#include "identity/rf_carriers_frame.h"
+#include "identity/system_id_frame.h"
+
+namespace quorvex {
+
+/// The page "BeltPack": places its frames, and connects the read to what it fills on this page.
+class BeltpackPage : public QWidget {
+public:
+    BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
+    ~BeltpackPage() override;
+
+    /// Wires the operations that need the radio module type. Called once.
+    void connectTo(RfModule& rfModule);
+    CalibFrame& calibFrame() { return *calibration_; }
+
+private:
+    class ReadNeighbours;
+
+    CommandLink& link_;
+    SettingsImage& image_;
+    TransferFrame* transfer_;
+    RfCarriersFrame* rfCarriers_;
+    EditorsFrame* editors_;
+    BeltpackIdFrame* beltpackId_;
+    SystemIdFrame* systemId_;
+    ParkLengthFrame* parkLength_;
+    DectVersionFrame* dectVersion_;
+    CalibFrameWidget* calibration_;
+    std::unique_ptr<ReadNeighbours> readNeighbours_;
+    std::unique_ptr<BeltpackRead> read_;
+};
+
+}  // namespace quorvex

@@ -1,0 +1,129 @@
+#include "app/frm_main.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QHBoxLayout>
+#include <QMenuBar>
+#include <QTabWidget>
+#include <QVBoxLayout>
+
+#include "app/rscreen_page.h"
+#include "app/version.h"
+#include "link/com_select.h"
+#include "link/guard.h"
+#include "link/latin1.h"
+#include "link/port_device.h"
+
+namespace quorvex {
+
+namespace {
+
+QAction* addItem(QMenu* menu, const char* name, const char* caption, std::function<void()> handler) {
+    QAction* item = menu->addAction(QString::fromLatin1(caption));
+    item->setObjectName(QString::fromLatin1(name));
+    QObject::connect(item, &QAction::triggered, menu, [handler = std::move(handler)] { guarded(handler); });
+    return item;
+}
+
+}  // namespace
+
+FrmMain::FrmMain(Machine machine)
+    : port_(machine.port),
+      statusLine_(new StatusLine(this)),
+      labelComPort_(new QLabel(QString::fromLatin1(kNoComms), this)),
+      console_(*statusLine_),
+      link_(machine.port, machine.loop, console_),
+      portChoice_(machine.port, machine.store, console_),
+      beltpackPage_(new BeltpackPage(link_, image_)),
+      antennaPage_(new AntennaPage(link_)),
+      rfModule_(machine.store,
+                {beltpackPage_->calibFrame(), antennaPage_->moduleA(), antennaPage_->moduleB()}),
+      rfModulePicker_(this),
+      startup_(machine.port, portChoice_, rfModule_, *this) {
+    setObjectName(QStringLiteral("FrmMain"));
+    setWindowTitle(QStringLiteral("Quorvex Config"));
+    buildMenus();
+    beltpackPage_->connectTo(rfModule_);
+
+    auto* tabs = new QTabWidget;
+    tabs->setObjectName(QStringLiteral("SSTab1"));
+    tabs->addTab(beltpackPage_, QStringLiteral("BeltPack"));
+    tabs->addTab(antennaPage_, QStringLiteral("Active Antenna"));
+    tabs->addTab(new RScreenPage, QStringLiteral("R-Screen"));
+
+    auto* whole = new QWidget;
+    auto* rows = new QVBoxLayout(whole);
+    rows->addWidget(tabs, 1);
+    rows->addWidget(buildBottomLine());
+    rows->setSizeConstraint(QLayout::SetMinimumSize);
+    setCentralWidget(whole);
+}
+
+void FrmMain::buildMenus() {
+    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
+    file->setObjectName(QStringLiteral("mnuFile"));
+    addItem(file, "mnuComPort", "&COM Port", [this] { startup_.mnuComPort_Click(); });
+    addItem(file, "mnuRfModule", "&RF Module Type", [this] { rfModule_.mnuRfModule_Click(rfModulePicker_); });
+    file->addSeparator()->setObjectName(QStringLiteral("mnuDash1"));
+    addItem(file, "mnuExit", "&Exit", [] { endProgram(0); });
+
+    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
+    help->setObjectName(QStringLiteral("mnuHelp"));
+    addItem(help, "mnuAbout", "&About", [this] { mnuAbout_Click(); });
+}
+
+QWidget* FrmMain::buildBottomLine() {
+    labelComPort_->setObjectName(QStringLiteral("LabelComPort"));
+    labelComPort_->setAlignment(Qt::AlignCenter);
+    labelComPort_->setFrameShape(QFrame::StyledPanel);
+    labelComPort_->setMargin(4);
+    labelComPort_->setMinimumWidth(labelComPort_->sizeHint().width() + 16);
+
+    auto* line = new QWidget;
+    auto* row = new QHBoxLayout(line);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(statusLine_, 1);
+    row->addWidget(labelComPort_);
+    return line;
+}
+
+void FrmMain::load() {
+    guarded([this] { startup_.load(); });
+}
+
+void FrmMain::portLost() {
+    showPortLabel(kNoComms);
+    labelComPort_->setToolTip(QStringLiteral(
+        "The connection to the port was lost: check the cable, then choose the port again in the menu."));
+}
+
+void FrmMain::settingsNotSaved() {
+    console_.messageBox("The settings could not be saved.\r\nCheck the space and the rights of the settings folder.",
+                        Icon::critical, {});
+}
+
+void FrmMain::showPortLabel(const std::string& text) {
+    labelComPort_->setText(toQt(text));
+    labelComPort_->setToolTip({});
+    if (port_.isOpen())
+        labelComPort_->setToolTip(findPortDevice(portChoice_.GetComPort()).path);
+}
+
+void FrmMain::showPortDialog() {
+    ComSelect(portChoice_, this).exec();
+}
+
+void FrmMain::mnuAbout_Click() {
+    console_.messageBox(aboutText(kVersionMajor, kVersionMinor, kVersionRevision), Icon::information,
+                        kAboutTitle);
+}
+
+void FrmMain::closeEvent(QCloseEvent* event) {
+    event->accept();
+    if (!port_.isOpen())
+        return;  // the window unloads normally, and the program ends with it
+    port_.close();
+    endProgram(0);
+}
+
+}  // namespace quorvex

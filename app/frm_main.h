@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QLabel>
+#include <QMainWindow>
+
+#include "app/antenna_page.h"
+#include "app/beltpack_page.h"
+#include "app/startup.h"
+#include "beltpack/settings_image.h"
+#include "calibration/form_rf_module.h"
+#include "calibration/rf_module.h"
+#include "link/command_link.h"
+#include "link/port_choice.h"
+#include "link/qt_console.h"
+#include "link/settings_store.h"
+
+namespace quorvex {
+
+/// What the window needs of the machine.
+struct Machine {
+    SerialPort& port;
+    EventLoop& loop;
+    SettingsStore& store;
+};
+
+/// The main window: owns the state that its pages share, and wires the pages to it.
+class FrmMain : public QMainWindow, private PortWindow {
+public:
+    explicit FrmMain(Machine machine);
+
+    /// Start-up: the stored radio module and the stored port. Shows boxes and the port dialog on a failure.
+    void load();
+    /// The open port's device went away.
+    void portLost();
+    /// The settings could not be saved.
+    void settingsNotSaved();
+
+protected:
+    void closeEvent(QCloseEvent* event) override;
+
+private:
+    void showPortLabel(const std::string& text) override;
+    void showPortDialog() override;
+    void buildMenus();
+    QWidget* buildBottomLine();
+    void mnuAbout_Click();
+
+    SerialPort& port_;
+    StatusLine* statusLine_;
+    QLabel* labelComPort_;
+    QtConsole console_;
+    CommandLink link_;
+    PortChoice portChoice_;
+    SettingsImage image_;
+    BeltpackPage* beltpackPage_;
+    AntennaPage* antennaPage_;
+    RfModule rfModule_;
+    FormRfModulePicker rfModulePicker_;
+    Startup startup_;
+};
+
+}  // namespace quorvex

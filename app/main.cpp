@@ -1,0 +1,31 @@
+#include <QApplication>
+#include <cstdio>
+#include <cstdlib>
+
+#include "app/frm_main.h"
+#include "link/guard.h"
+#include "link/qt_event_loop.h"
+#include "link/qt_serial_port.h"
+#include "link/qt_settings_store.h"
+
+int main(int argc, char** argv) {
+    const QApplication application(argc, argv);
+    QApplication::setApplicationName(QStringLiteral("quorvex-config"));
+    QApplication::setApplicationDisplayName(QStringLiteral("Quorvex Config"));
+
+    quorvex::QtEventLoop loop;
+    quorvex::QtSerialPort port;
+    quorvex::QtSettingsStore store;
+    quorvex::FrmMain window({port, loop, store});
+    port.onLost([&window] { window.portLost(); });
+    store.onSaveFailed([&window] { window.settingsNotSaved(); });
+    quorvex::setProgramEnd([&port](int status) {
+        port.close();
+        std::fflush(nullptr);
+        std::_Exit(status);
+    });
+
+    window.show();
+    window.load();
+    return QApplication::exec();
+}

@@ -1,0 +1,13 @@
+#include "app/rscreen_page.h"
+
+#include <QVBoxLayout>
+
+namespace quorvex {
+
+RScreenPage::RScreenPage(QWidget* parent) : QWidget(parent), screen_(new RScreenFrame(this)) {
+    auto* column = new QVBoxLayout(this);
+    column->addWidget(screen_, 0, Qt::AlignLeft);
+    column->addStretch();
+}
+
+}  // namespace quorvex
