@@ -18,7 +18,7 @@ constexpr int kSingleColumn = 128;
 constexpr int kTopFm = 26, kTopFreq = 64, kTopKirk = 88, kTopKirkLabels = 113, kTopRssi = 136;
 constexpr int kFreqLabelTop = 67, kLabelHeight = 18;
 constexpr int kLabelWidth = kSingleColumn - kLeft - 4;
-constexpr QSize kFrameSize{204, 206};
+constexpr QSize kFrameSize{204, 206};  ///< the least width; the height is fixed
 constexpr QRect kButton{8, 170, 188, 28};
 
 int pixels(Twips twips) {
@@ -67,7 +67,8 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
       freqAccuracyRx_(editRx_),
       freqAccuracyTx_(editTx_),
       rssiThreshold_(editRssi_) {
-    setFixedSize(kFrameSize);
+    setMinimumSize(kFrameSize);
+    setFixedHeight(kFrameSize.height());
     place("", names.fmCaption, editFm_, {kLeft, kTopFm + 3, kLabelWidth, kLabelHeight});
     kirkOnly_ = {editTx_, editRx_};
     for (auto [name, caption, buddy, left] :

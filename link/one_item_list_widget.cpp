@@ -11,7 +11,7 @@ namespace quorvex {
 
 namespace {
 constexpr int kHeight = 34;  ///< room for both arrows of the scroll bar
-constexpr int kWidestItem = 20;
+constexpr char kWidestItem[] = "STANDARD - EUROPE";
 }  // namespace
 
 OneItemListWidget::OneItemListWidget(QWidget* parent) : QListWidget(parent) {
@@ -30,7 +30,7 @@ OneItemListWidget::OneItemListWidget(QWidget* parent) : QListWidget(parent) {
 }
 
 QSize OneItemListWidget::sizeHint() const {
-    const int text = fontMetrics().averageCharWidth() * kWidestItem;
+    const int text = fontMetrics().horizontalAdvance(QLatin1String(kWidestItem));
     return {text + verticalScrollBar()->sizeHint().width() + 2 * frameWidth() + 12, kHeight};
 }
 
