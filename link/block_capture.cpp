@@ -13,7 +13,8 @@ void BlockCapture::synchronise(SerialPort& port) {
     }
 }
 
-void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count) {
+void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
+                           const std::function<bool()>& isInterrupted) {
     count_ = 0;
     synchronise(port);
     InputWait wait(port, loop, limitUnits * 1000);
@@ -29,6 +30,7 @@ void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, st
         done = count_ >= count;
         if (!done)
             wait.forNext();
+        done = done || isInterrupted();
     }
 }
 

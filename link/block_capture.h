@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 
 #include "link/event_loop.h"
 #include "link/serial_port.h"
@@ -16,8 +17,10 @@ public:
     /// Skips to the marker without waiting, then stores up to `count` bytes from index 0 on, as long as
     /// each comes within `limitUnits` x 1000 ms of the one before. Without a marker in what has arrived, or
     /// with nothing waiting behind it, nothing is stored. Entries past the block keep what they held.
-    /// Throws "Subscript out of range" for a byte past the buffer's end.
-    void capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count);
+    /// Asked after each wait, `isInterrupted` may end the capture, because the characters that come now
+    /// no longer belong to the block. Throws "Subscript out of range" for a byte past the buffer's end.
+    void capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
+                 const std::function<bool()>& isInterrupted);
 
     /// Number of bytes that the last capture stored.
     std::int32_t count() const { return count_; }

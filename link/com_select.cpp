@@ -9,12 +9,17 @@
 
 namespace quorvex {
 
+namespace {
+constexpr int kWidth = 180;  ///< of the list; leaves the title its room
+}
+
 ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     : QDialog(parent), choice_(choice), comboCom_(new QComboBox(this)) {
     setObjectName(QStringLiteral("ComSelect"));
     setWindowTitle(QStringLiteral("Select Serial Port"));
 
     comboCom_->setObjectName(QStringLiteral("ComboCom"));
+    comboCom_->setMinimumWidth(kWidth);
     comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
     for (int number = 1; number <= PortChoice::kPortsOffered; ++number) {
         comboCom_->addItem(QStringLiteral("COM%1").arg(number));
@@ -41,7 +46,6 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     column->addWidget(line);
     column->addLayout(buttonRow);
     column->setSizeConstraint(QLayout::SetFixedSize);
-    setMinimumWidth(260);
 
     comboCom_->setCurrentIndex(choice_.preselected());
 }

@@ -47,7 +47,8 @@ public:
     /// first line, 2 s for the others.
     std::string GetActiveAntennaResponse(std::string_view expected);
 
-    /// Skips to the sync marker and fills the data buffer with up to `count` bytes; see BlockCapture.
+    /// Skips to the sync marker and fills the data buffer with up to `count` bytes; see BlockCapture. Ends
+    /// early when a command has been sent meanwhile: what follows answers that one.
     void GetDataBuffer(int limitUnits, std::int32_t count);
     const BlockCapture& dataBuffer() const { return dataBuffer_; }
 
@@ -64,6 +65,7 @@ private:
     EventLoop& loop_;
     Console& console_;
     BlockCapture dataBuffer_;
+    std::uint32_t commandsSent_ = 0;
 };
 
 }  // namespace quorvex

@@ -14,7 +14,7 @@ inline constexpr Colour kSuccessGreen = 150 * 256;
 
 enum class Icon { none, information, critical };
 
-/// The operator's side of the window: what an operation tells, and how.
+/// The operator's side of the window: what an operation tells, and how. Texts are UTF-8.
 class Console {
 public:
     virtual ~Console() = default;

@@ -6,7 +6,8 @@
 
 namespace quorvex {
 
-// The controls of the window as operations see them. Window text is Latin-1 here.
+// The controls of the window as operations see them. Text is Latin-1, as on the wire; parts of file names
+// are UTF-8.
 
 /// A text field.
 class TextField {

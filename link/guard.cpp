@@ -57,6 +57,10 @@ void guarded(const std::function<void()>& handler) {
     }
 }
 
+int runningHandlers() {
+    return Level::depth;
+}
+
 void endProgram(int status) {
     programEnd()(status);
 }

@@ -10,6 +10,9 @@ namespace quorvex {
 /// Handlers nest where one waits for a reply; past 64 levels a further one is not started.
 void guarded(const std::function<void()>& handler);
 
+/// Number of handlers that are running now, one inside another's wait.
+int runningHandlers();
+
 /// Ends the program at once with `status`; the windows are not unloaded.
 void endProgram(int status);
 

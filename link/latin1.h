@@ -6,7 +6,7 @@
 
 namespace quorvex {
 
-// Wire and core text is Latin-1 bytes, window text is QString; a frame converts at its edge.
+// Wire text is Latin-1 bytes, window text is QString; a frame converts at its edge.
 
 inline QString toQt(std::string_view text) {
     return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));

@@ -3,7 +3,6 @@
 #include <QApplication>
 #include <QMessageBox>
 
-#include "link/latin1.h"
 
 namespace quorvex {
 
@@ -36,9 +35,9 @@ QWidget* windowInUse() {
 void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     QMessageBox box(windowInUse());
     box.setIcon(toQt(icon));
-    box.setWindowTitle(title.empty() ? QApplication::applicationDisplayName() : quorvex::toQt(title));
+    box.setWindowTitle(title.empty() ? QApplication::applicationDisplayName() : QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
     box.setTextFormat(Qt::PlainText);
-    box.setText(quorvex::toQt(text));
+    box.setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
 }

@@ -146,6 +146,15 @@ std::string_view middle(std::string_view text, std::size_t position, std::size_t
     return text.substr(position - 1, count);
 }
 
+std::string printable(std::string_view text) {
+    std::string shown(text);
+    for (char& c : shown) {
+        if (c < ' ' || c > '~')
+            c = '?';
+    }
+    return shown;
+}
+
 std::string_view trimmedRight(std::string_view text) {
     while (!text.empty() && text.back() == ' ')
         text.remove_suffix(1);

@@ -37,6 +37,9 @@ std::int32_t toInt32(double value);
 std::string_view middle(std::string_view text, std::size_t position,
                         std::size_t count = std::string_view::npos);
 
+/// `text` with every character outside printable ASCII shown as "?", for a message.
+std::string printable(std::string_view text);
+
 /// `text` without the blanks at its end.
 std::string_view trimmedRight(std::string_view text);
 

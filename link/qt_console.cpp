@@ -2,13 +2,12 @@
 
 #include <QApplication>
 
-#include "link/latin1.h"
 #include "link/message_box.h"
 
 namespace quorvex {
 
 void QtConsole::status(std::string_view text, Colour colour) {
-    statusLine_.show(toQt(text), colour);
+    statusLine_.show(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), colour);
 }
 
 void QtConsole::messageBox(std::string_view text, Icon icon, std::string_view title) {

@@ -6,11 +6,13 @@
 namespace quorvex {
 
 std::string LineEditField::text() const {
-    return fromQt(edit_->text());
+    return holds_ == Holds::fileName ? edit_->text().toStdString() : fromQt(edit_->text());
 }
 
 void LineEditField::setText(std::string_view text) {
-    edit_->setText(toQt(text));
+    edit_->setText(holds_ == Holds::fileName
+                       ? QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+                       : toQt(text));
     edit_->setCursorPosition(0);
 }
 

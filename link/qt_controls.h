@@ -9,15 +9,18 @@
 
 namespace quorvex {
 
-/// A QLineEdit as operations see it.
+/// A QLineEdit as operations see it: Latin-1, or UTF-8 where the field holds part of a file's name.
 class LineEditField : public TextField {
 public:
-    explicit LineEditField(QLineEdit* edit) : edit_(edit) {}
+    enum class Holds { wireText, fileName };
+
+    explicit LineEditField(QLineEdit* edit, Holds holds = Holds::wireText) : edit_(edit), holds_(holds) {}
     std::string text() const override;
     void setText(std::string_view text) override;
 
 private:
     QLineEdit* edit_;
+    Holds holds_;
 };
 
 /// A QCheckBox as operations see it.
