@@ -25,11 +25,11 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       link_(link),
       image_(image),
       transfer_(new TransferFrame(this)),
-      rfCarriers_(new RfCarriersFrame),
+      rfCarriers_(new RfCarriersFrame(link, image)),
       editors_(new EditorsFrame(image, rfCarriers_->regulations(), this)),
-      beltpackId_(new BeltpackIdFrame(this)),
-      systemId_(new SystemIdFrame(link, this)),
-      parkLength_(new ParkLengthFrame(this)),
+      beltpackId_(new BeltpackIdFrame(link, image, this)),
+      systemId_(new SystemIdFrame(link, image, this)),
+      parkLength_(new ParkLengthFrame(link, image, this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
       calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)) {
     auto* work = new QVBoxLayout;

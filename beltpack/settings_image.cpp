@@ -77,6 +77,10 @@ const Parameter& SettingsImage::operator[](int index) const {
     return const_cast<SettingsImage&>(*this)[index];
 }
 
+std::string SettingsImage::psnText() const {
+    return std::to_string(hexValue(middle((*this)[kPsn].value.str(), 6)));
+}
+
 void SettingsImage::clearValues() {
     for (int i = 0; i < kParameters; ++i)
         (*this)[i].value = "";

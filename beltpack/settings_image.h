@@ -62,6 +62,8 @@ public:
 
     /// Blanks the values of records 0 to 20.
     void clearValues();
+    /// The serial number in decimal: the last five digits of record 0.
+    std::string psnText() const;
     /// Whether a read or a file has filled the image, so that it may be written to a unit.
     bool isFilled() const { return !records_[kPsn].value.isBlank(); }
 

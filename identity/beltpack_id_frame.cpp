@@ -3,13 +3,18 @@
 #include <QHBoxLayout>
 
 #include "link/form.h"
+#include "link/key_filter.h"
 
 namespace quorvex {
 
-BeltpackIdFrame::BeltpackIdFrame(QWidget* parent)
+BeltpackIdFrame::BeltpackIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QGroupBox(QStringLiteral("Beltpack ID"), parent),
-      textBeltpackId_(makeField(this, "TextBeltpackId", 8, "Beltpack's PMID (Decimal)")) {
+      textBeltpackId_(makeField(this, "TextBeltpackId", 8, "Beltpack's PMID (Decimal)")),
+      update_(link, image, beltpackId_) {
+    textBeltpackId_->setKeyFilter(upToNine);
+    textBeltpackId_->onKeyPress([this](char16_t key) { update_.TextBeltpackId_KeyPress(key); });
     QPushButton* update = makeButton(this, "CommandSetBpId", "Update", "Send PSN to Beltpack");
+    onClick(update, [this] { update_.CommandSetBpId_Click(); });
 
     auto* row = new QHBoxLayout(this);
     row->addWidget(makeLabel(this, "Label1", "PSN (Serial Number)", textBeltpackId_));

@@ -2,7 +2,8 @@
 
 #include <QGroupBox>
 
-#include "link/command_link.h"
+#include "identity/psn_update.h"
+#include "link/field_edit.h"
 #include "link/qt_controls.h"
 
 namespace quorvex {
@@ -10,13 +11,14 @@ namespace quorvex {
 /// "Beltpack ID": the serial number.
 class BeltpackIdFrame : public QGroupBox {
 public:
-    explicit BeltpackIdFrame(QWidget* parent = nullptr);
+    BeltpackIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 
     TextField& beltpackId() { return beltpackId_; }
 
 private:
-    QLineEdit* textBeltpackId_;
+    FieldEdit* textBeltpackId_;
     LineEditField beltpackId_{textBeltpackId_};
+    PsnUpdate update_;
 };
 
 }  // namespace quorvex

@@ -3,17 +3,22 @@
 #include <QHBoxLayout>
 
 #include "link/form.h"
+#include "link/key_filter.h"
 
 namespace quorvex {
 
-ParkLengthFrame::ParkLengthFrame(QWidget* parent)
+ParkLengthFrame::ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QGroupBox(QStringLiteral("Park Length Indicator (Hex)"), parent),
       textPli_(makeHexField(this, "TextPli", 10,
                             "1F - conn to all AA on Matrix (normal); 12 - conn to all VGC Matrices; "
-                            "27 - conn to just 1 AA")) {
+                            "27 - conn to just 1 AA")),
+      update_(link, image, pli_) {
+    textPli_->setKeyFilter(upperCased);
+    textPli_->onKeyPress([this](char16_t key) { update_.TextPli_KeyPress(key); });
     textPli_->setAccessibleName(title());
     // The hover text speaks of RF carriers, as intended.
     QPushButton* update = makeButton(this, "CmdUpdatePli", "Update", "Send RF Carriers To BP");
+    onClick(update, [this] { update_.CmdUpdatePli_Click(); });
 
     auto* row = new QHBoxLayout(this);
     row->addWidget(textPli_);

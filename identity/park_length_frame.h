@@ -2,7 +2,8 @@
 
 #include <QGroupBox>
 
-#include "link/command_link.h"
+#include "identity/pli_update.h"
+#include "link/field_edit.h"
 #include "link/qt_controls.h"
 
 namespace quorvex {
@@ -10,13 +11,14 @@ namespace quorvex {
 /// "Park Length Indicator (Hex)": the PLI.
 class ParkLengthFrame : public QGroupBox {
 public:
-    explicit ParkLengthFrame(QWidget* parent = nullptr);
+    ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 
     TextField& pli() { return pli_; }
 
 private:
-    QLineEdit* textPli_;
+    FieldEdit* textPli_;
     LineEditField pli_{textPli_};
+    PliUpdate update_;
 };
 
 }  // namespace quorvex

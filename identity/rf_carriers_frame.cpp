@@ -4,15 +4,20 @@
 #include <QGridLayout>
 
 #include "link/form.h"
+#include "link/key_filter.h"
 
 namespace quorvex {
 
-RfCarriersFrame::RfCarriersFrame(QWidget* parent)
+RfCarriersFrame::RfCarriersFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QGroupBox(QStringLiteral("RF Carriers"), parent),
       textRfCarrs_(makeHexField(this, "TextRfCarrs", 10)),
-      regulations_(new OneItemListWidget(this)) {
+      regulations_(new OneItemListWidget(this)),
+      update_(link, image, rfCarriers_) {
+    textRfCarrs_->setKeyFilter(upperCased);
+    textRfCarrs_->onKeyPress([&link](char16_t) { link.status("", kBlack); });
     textRfCarrs_->setAccessibleName(title());
     QPushButton* update = makeButton(this, "CmdSetRfCarrs", "Update", "Send RF Carriers To BP");
+    onClick(update, [this] { update_.CmdSetRfCarrs_Click(); });
     regulations_->setObjectName(QStringLiteral("BPRegulations"));
     QLabel* label = makeLabel(this, "LabelRegulations", "Regulations", regulations_);
     auto* fcc = new QCheckBox(QStringLiteral("FCC Enable"), this);  // shown, and only keeps its tick

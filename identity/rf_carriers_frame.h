@@ -2,7 +2,8 @@
 
 #include <QGroupBox>
 
-#include "link/command_link.h"
+#include "identity/rf_carriers_update.h"
+#include "link/field_edit.h"
 #include "link/one_item_list_widget.h"
 #include "link/qt_controls.h"
 
@@ -11,15 +12,16 @@ namespace quorvex {
 /// "RF Carriers": the carrier mask, and the list of regulations that the settings editors work.
 class RfCarriersFrame : public QGroupBox {
 public:
-    explicit RfCarriersFrame(QWidget* parent = nullptr);
+    RfCarriersFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 
     TextField& rfCarriers() { return rfCarriers_; }
     OneItemListWidget& regulations() { return *regulations_; }
 
 private:
-    QLineEdit* textRfCarrs_;
+    FieldEdit* textRfCarrs_;
     OneItemListWidget* regulations_;
     LineEditField rfCarriers_{textRfCarrs_};
+    RfCarriersUpdate update_;
 };
 
 }  // namespace quorvex

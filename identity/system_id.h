@@ -3,6 +3,7 @@
 #include <string>
 #include <string_view>
 
+#include "beltpack/settings_image.h"
 #include "link/command_link.h"
 #include "link/controls.h"
 
@@ -16,10 +17,11 @@ struct SystemIdFields {
     TextField& fps;    ///< matrix system number, 1 digit
 };
 
-/// The System ID: its PARK B and the components EIC, FPN and FPS, kept in step both ways.
+/// The System ID: its PARK B and the components EIC, FPN and FPS, kept in step both ways; the PARI that
+/// follows from the components; and writing the System ID to a Beltpack.
 class SystemId {
 public:
-    SystemId(CommandLink& link, SystemIdFields fields);
+    SystemId(CommandLink& link, SettingsImage& image, SystemIdFields fields);
 
     // After every change of a component.
     void TextEic_Change() { composeParkB(); }
@@ -32,13 +34,23 @@ public:
     /// FPS is not hexadecimal is refused with a box that names it, and the fields stay as they are.
     void showParkB(const std::string& parkB);
 
+    /// The PARI of the components, 10 characters; empty when they are incomplete or the EIC or the FPS is
+    /// not hexadecimal.
+    std::string pari() const;
+
+    void CommandDefault_Click();
+    void CommandHpPari_Click();
+    void CommandSetSysID_Click();
+
 private:
     /// Builds the PARK B from the components once they are complete. Keeps the first and the last two
     /// characters of a PARK B of 10 characters.
     void composeParkB();
     void setComponents(std::string_view eic, std::string_view fpn, std::string_view fps);
+    void reportIncomplete();
 
     CommandLink& link_;
+    SettingsImage& image_;
     SystemIdFields fields_;
 };
 

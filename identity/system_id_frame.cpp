@@ -4,16 +4,17 @@
 #include <QHBoxLayout>
 
 #include "link/form.h"
+#include "link/key_filter.h"
 
 namespace quorvex {
 
-SystemIdFrame::SystemIdFrame(CommandLink& link, QWidget* parent)
+SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QGroupBox(QStringLiteral("System ID (All Hex)"), parent),
       textEic_(makeHexField(this, "TextEic", 4, "Equipment Installer's Code (00EC for Tarvin)")),
       textFpn_(makeHexField(this, "TextFpn", 4, "Quorvex System ID (Only 2nd and 4th digits used)")),
       textFps_(makeHexField(this, "TextFps", 1, "Matrix System Number (0-F)")),
       textParkB_(makeHexField(this, "TextParkB", 10)),
-      systemId_(link, {parkB_, eic_, fpn_, fps_}) {
+      systemId_(link, image, {parkB_, eic_, fpn_, fps_}) {
     QLabel* labelEic = makeLabel(this, "LabelEic", "EIC", textEic_);
     QLabel* labelFpn = makeLabel(this, "LabelFpn", "FPN", textFpn_);
     labelFpn->setToolTip(QStringLiteral("Fur Character Quorvex System ID"));  // "Fur" as intended
@@ -23,6 +24,10 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, QWidget* parent)
     connect(textEic_, &QLineEdit::textChanged, this, [this] { systemId_.TextEic_Change(); });
     connect(textFpn_, &QLineEdit::textChanged, this, [this] { systemId_.TextFpn_Change(); });
     connect(textFps_, &QLineEdit::textChanged, this, [this] { systemId_.TextFps_Change(); });
+    for (FieldEdit* edit : {textEic_, textFpn_, textFps_, textParkB_}) {
+        edit->setKeyFilter(upperCased);
+        edit->onKeyPress([&link](char16_t) { link.status("", kBlack); });
+    }
     textParkB_->onKeyUp([this] { systemId_.TextParkB_KeyUp(); });
 
     QPushButton* byDefault =
@@ -30,6 +35,9 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, QWidget* parent)
     QPushButton* hpPari = makeButton(this, "CommandHpPari", "HP PARI",
                                      "Get the PARI to be set in the HP DECT Testset");
     QPushButton* update = makeButton(this, "CommandSetSysID", "Update", "Send System Id to Beltpack");
+    onClick(byDefault, [this] { systemId_.CommandDefault_Click(); });
+    onClick(hpPari, [this] { systemId_.CommandHpPari_Click(); });
+    onClick(update, [this] { systemId_.CommandSetSysID_Click(); });
 
     auto* fields = new QGridLayout;
     int column = 0;

@@ -11,7 +11,7 @@ namespace quorvex {
 /// "System ID (All Hex)": the PARK B and its components EIC, FPN and FPS.
 class SystemIdFrame : public QGroupBox {
 public:
-    SystemIdFrame(CommandLink& link, QWidget* parent = nullptr);
+    SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 
     SystemId& systemId() { return systemId_; }
 

@@ -1,0 +1,43 @@
+#include "identity/pli_update.h"
+
+#include "identity/verified_update.h"
+#include "link/key_filter.h"
+#include "link/number_text.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+namespace {
+constexpr int kReplyLength = 8;
+}
+
+PliUpdate::PliUpdate(CommandLink& link, SettingsImage& image, TextField& pli)
+    : link_(link), image_(image), pli_(pli) {}
+
+void PliUpdate::CmdUpdatePli_Click() {
+    try {
+        update();
+    } catch (const RuntimeFault&) {
+        link_.console().hourglass(false);
+    }
+}
+
+void PliUpdate::update() {
+    const std::int16_t length = toInt16(static_cast<double>(hexValue(pli_.text())));
+    const std::string reply = writeAndReadBack(link_, "Sending PLI to Beltpack...",
+                                               "# 0242" + HexPad(length, 2), "# 0102", kReplyLength);
+    if (reply != kError && hexValue(middle(reply, 7, 2)) == static_cast<std::uint64_t>(length)) {
+        // The PLI lands in the carrier mask's field, over the stored mask, as intended.
+        image_[SettingsImage::kRfCarrierMask].storeReply(reply);
+        link_.status("Beltpack's PLI updated successfully.", kBlack);
+    } else {
+        reportNotReadBack(link_, "Beltpack's PLI could not be updated.");
+    }
+}
+
+void PliUpdate::TextPli_KeyPress(char16_t key) {
+    if (key == kEnter)
+        CmdUpdatePli_Click();
+}
+
+}  // namespace quorvex
