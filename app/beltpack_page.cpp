@@ -5,9 +5,9 @@
 
 namespace quorvex {
 
-class BeltpackPage::ReadNeighbours : public BeltpackReadNeighbours {
+class BeltpackPage::Neighbours : public BeltpackReadNeighbours, public SettingsFileNeighbours {
 public:
-    ReadNeighbours(BeltpackPage& page, RfModule& rfModule) : page_(page), rfModule_(rfModule) {}
+    Neighbours(BeltpackPage& page, RfModule& rfModule) : page_(page), rfModule_(rfModule) {}
 
     int rfModuleType() const override { return rfModule_.type(); }
     void changeRfModuleType(int type) override { rfModule_.change(static_cast<std::int16_t>(type)); }
@@ -24,14 +24,17 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
     : QWidget(parent),
       link_(link),
       image_(image),
-      transfer_(new TransferFrame(this)),
+      transfer_(new TransferFrame(image, this)),
       rfCarriers_(new RfCarriersFrame(link, image)),
       editors_(new EditorsFrame(image, rfCarriers_->regulations(), this)),
       beltpackId_(new BeltpackIdFrame(link, image, this)),
       systemId_(new SystemIdFrame(link, image, this)),
       parkLength_(new ParkLengthFrame(link, image, this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
-      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)) {
+      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)),
+      fileDialog_(this),
+      write_(link, image),
+      production_(link, image, write_) {
     auto* work = new QVBoxLayout;
     work->addWidget(transfer_);
     work->addSpacing(14);
@@ -62,15 +65,22 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
 BeltpackPage::~BeltpackPage() = default;
 
 void BeltpackPage::connectTo(RfModule& rfModule) {
-    readNeighbours_ = std::make_unique<ReadNeighbours>(*this, rfModule);
+    neighbours_ = std::make_unique<Neighbours>(*this, rfModule);
     read_ = std::make_unique<BeltpackRead>(
         link_, image_, editors_->editors(),
         BeltpackFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), parkLength_->pli(),
                        calibration_->fmDeviation(), calibration_->freqAccuracy(),
                        calibration_->freqAccuracyRx(), calibration_->freqAccuracyTx(),
                        calibration_->rssiThreshold()},
-        *readNeighbours_);
-    transfer_->connectTo(*read_);
+        *neighbours_);
+    file_ = std::make_unique<SettingsFile>(
+        link_, image_, fileDialog_,
+        SettingsFileFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), calibration_->fmDeviation(),
+                           calibration_->freqAccuracy(), calibration_->freqAccuracyRx(),
+                           calibration_->freqAccuracyTx()},
+        *neighbours_);
+    transfer_->connectTo(*read_, write_, *file_);
+    editors_->connectTo(production_);
 }
 
 }  // namespace quorvex

@@ -4,7 +4,11 @@
 #include <memory>
 
 #include "beltpack/beltpack_read.h"
+#include "beltpack/beltpack_write.h"
 #include "beltpack/editors_frame.h"
+#include "beltpack/production_values.h"
+#include "beltpack/qt_file_dialog.h"
+#include "beltpack/settings_file.h"
 #include "beltpack/transfer_frame.h"
 #include "calibration/calib_frame_widget.h"
 #include "identity/beltpack_id_frame.h"
@@ -15,7 +19,7 @@
 
 namespace quorvex {
 
-/// The page "BeltPack": places its frames, and connects the read to what it fills on this page.
+/// The page "BeltPack": places its frames, and connects the operations to what they need on this page.
 class BeltpackPage : public QWidget {
 public:
     BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
@@ -26,7 +30,7 @@ public:
     CalibFrame& calibFrame() { return *calibration_; }
 
 private:
-    class ReadNeighbours;
+    class Neighbours;
 
     CommandLink& link_;
     SettingsImage& image_;
@@ -38,8 +42,12 @@ private:
     ParkLengthFrame* parkLength_;
     DectVersionFrame* dectVersion_;
     CalibFrameWidget* calibration_;
-    std::unique_ptr<ReadNeighbours> readNeighbours_;
+    QtFileDialog fileDialog_;
+    BeltpackWrite write_;
+    ProductionValues production_;
+    std::unique_ptr<Neighbours> neighbours_;
     std::unique_ptr<BeltpackRead> read_;
+    std::unique_ptr<SettingsFile> file_;
 };
 
 }  // namespace quorvex

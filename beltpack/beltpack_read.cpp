@@ -84,8 +84,7 @@ void BeltpackRead::readCalibration() {
 }
 
 void BeltpackRead::showIdentity() {
-    const std::string psn = image_[SettingsImage::kPsn].value.str();
-    fields_.beltpackId.setText(std::to_string(hexValue(middle(psn, 6))));
+    fields_.beltpackId.setText(image_.psnText());
     neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
     fields_.rfCarriers.setText(image_[SettingsImage::kRfCarrierMask].value.str());
     fields_.pli.setText(image_[SettingsImage::kSystemIdLength].value.str());

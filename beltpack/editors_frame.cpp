@@ -4,6 +4,7 @@
 #include <QVBoxLayout>
 
 #include "link/form.h"
+#include "link/guard.h"
 
 namespace quorvex {
 
@@ -14,14 +15,23 @@ EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations,
       optionMICElectret_(option("optionMICElectret", "MIC Electret")),
       checkBattAlarm_(new QCheckBox(QStringLiteral("Battery Alarm"), this)),
       hwRevision_(new OneItemListWidget(this)),
+      setProdSettings_(makeButton(this, "buttonSetProdSettiings", "Set Production Values")),
       mic_({optionMICBal_, optionMICUnBal_, optionMICElectret_}),
       batteryAlarm_(checkBattAlarm_),
       editors_(image, mic_, batteryAlarm_, *hwRevision_, regulations) {
     checkBattAlarm_->setObjectName(QStringLiteral("checkBattAlarm"));
     hwRevision_->setObjectName(QStringLiteral("BPHWRevision"));
     QLabel* revisionLabel = makeLabel(this, "BPHWRevisionText", "HW REV:", hwRevision_);
-    QPushButton* production = makeButton(this, "buttonSetProdSettiings", "Set Production Values");
-    QLabel* defaults = makeLabel(this, "Label12", "Defaults", production);
+    QLabel* defaults = makeLabel(this, "Label12", "Defaults", setProdSettings_);
+
+    onClick(optionMICBal_, [this] { editors_.optionMICBal_Click(); });
+    onClick(optionMICUnBal_, [this] { editors_.optionMICUnBal_Click(); });
+    onClick(optionMICElectret_, [this] { editors_.optionMICElectret_Click(); });
+    onClick(checkBattAlarm_, [this] { editors_.checkBattAlarm_Click(); });
+    connect(hwRevision_, &OneItemListWidget::scrolled, this,
+            [this] { guarded([this] { editors_.BPHWRevision_Scroll(); }); });
+    connect(&regulations, &OneItemListWidget::scrolled, this,
+            [this] { guarded([this] { editors_.BPRegulations_Scroll(); }); });
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
@@ -37,8 +47,12 @@ EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations,
     column->addLayout(revisionRow);
     column->addSpacing(6);
     column->addWidget(defaults);
-    column->addWidget(production);
-    setTabChain({optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, production});
+    column->addWidget(setProdSettings_);
+    setTabChain({optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, setProdSettings_});
+}
+
+void EditorsFrame::connectTo(ProductionValues& production) {
+    onClick(setProdSettings_, [&production] { production.buttonSetProdSettiings_Click(); });
 }
 
 QRadioButton* EditorsFrame::option(const char* name, const char* caption) {

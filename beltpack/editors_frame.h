@@ -1,9 +1,11 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QPushButton>
 #include <QRadioButton>
 #include <QWidget>
 
+#include "beltpack/production_values.h"
 #include "beltpack/settings_editors.h"
 #include "link/one_item_list_widget.h"
 #include "link/qt_controls.h"
@@ -17,6 +19,7 @@ public:
     EditorsFrame(SettingsImage& image, OneItemListWidget& regulations, QWidget* parent = nullptr);
 
     SettingsEditors& editors() { return editors_; }
+    void connectTo(ProductionValues& production);
 
 private:
     QRadioButton* option(const char* name, const char* caption);
@@ -24,6 +27,7 @@ private:
     QRadioButton *optionMICBal_, *optionMICUnBal_, *optionMICElectret_;
     QCheckBox* checkBattAlarm_;
     OneItemListWidget* hwRevision_;
+    QPushButton* setProdSettings_;
     RadioGroup mic_;
     CheckBoxField batteryAlarm_;
     SettingsEditors editors_;

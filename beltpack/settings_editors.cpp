@@ -39,6 +39,26 @@ void SettingsEditors::optionMICElectret_Click() {
     selectMic(2);
 }
 
+void SettingsEditors::checkBattAlarm_Click() {
+    const bool on = batteryAlarm_.value() != 0;  // a greyed box counts as checked
+    image_[SettingsImage::kLowBatteryAlarm].value = on ? "01" : "00";
+    batteryAlarm_.setValue(on ? 1 : 0);
+}
+
+void SettingsEditors::BPHWRevision_Scroll() {
+    const int revision = hwRevision_.topIndex();
+    if (revision <= kHighestItem)
+        image_[SettingsImage::kFeatureMap].value = HexPad(revision, 2);
+    else
+        hwRevision_.setTopIndex(0);
+}
+
+void SettingsEditors::BPRegulations_Scroll() {
+    const int regulation = regulations_.topIndex();
+    if (regulation >= 0 && regulation <= kHighestItem)
+        image_[SettingsImage::kFccEnabled].value = HexPad(regulation, 2);
+}
+
 void SettingsEditors::refillLists() {
     hwRevision_.refill({"RV 4417", "MX 318825", "MX 318825XT"});
     regulations_.refill({"STANDARD - EUROPE", "FCC - USA", "JDECT - JAPAN"});

@@ -16,6 +16,11 @@ public:
     void optionMICUnBal_Click();
     void optionMICElectret_Click();
 
+    void checkBattAlarm_Click();
+    // After a person has scrolled.
+    void BPHWRevision_Scroll();
+    void BPRegulations_Scroll();
+
     /// Fills both lists with their three items.
     void refillLists();
     /// Positions the controls from the image. Values count as decimal text here: "0A" is 0 and "1F" is 1.

@@ -3,12 +3,17 @@
 #include <QVBoxLayout>
 
 #include "beltpack/beltpack_read.h"
+#include "beltpack/beltpack_write.h"
+#include "beltpack/form_cfg_summary.h"
+#include "beltpack/settings_file.h"
+#include "beltpack/settings_summary.h"
 #include "link/form.h"
 
 namespace quorvex {
 
-TransferFrame::TransferFrame(QWidget* parent)
+TransferFrame::TransferFrame(const SettingsImage& image, QWidget* parent)
     : QWidget(parent),
+      image_(image),
       commandRdSettingsBp_(makeButton(this, "CommandRdSettingsBp", "&Read Settings From Beltpack",
                                       "Read Configuration Settings from Beltpack")),
       commandWrite_(makeButton(this, "CommandWrite", "&Write Settings To Beltpack",
@@ -29,8 +34,16 @@ TransferFrame::TransferFrame(QWidget* parent)
         column->addWidget(button);
 }
 
-void TransferFrame::connectTo(BeltpackRead& read) {
+void TransferFrame::connectTo(BeltpackRead& read, BeltpackWrite& write, SettingsFile& file) {
     onClick(commandRdSettingsBp_, [&read] { read.CommandRdSettingsBp_Click(); });
+    onClick(commandWrite_, [&write] { write.CommandWrite_Click(); });
+    onClick(commandRead_, [&file] { file.CommandRead_Click(); });
+    onClick(commandSave_, [&file] { file.CommandSave_Click(); });
+    onClick(commandSummary_, [this] { CommandSummary_Click(); });
+}
+
+void TransferFrame::CommandSummary_Click() {
+    FormCfgSummary(summaryText(image_), this).exec();
 }
 
 void TransferFrame::enableSettingsButtons() {

@@ -1,0 +1,54 @@
+#include "beltpack/production_values.h"
+
+#include "link/number_text.h"
+
+namespace quorvex {
+
+namespace {
+
+using Image = SettingsImage;
+
+struct Row {
+    int record;
+    const char* revision0And1;  ///< null: unchanged. Both revisions get the same values, as intended.
+    const char* revision2;
+};
+
+constexpr Row kValues[] = {
+    {Image::kHeadsetLimit, "30", "24"},
+    {Image::kRssiWarningAlarm, "00", "00"},
+    {Image::kLowBatteryAlarm, "00", "00"},
+    {Image::kMicType, "01", "01"},
+    {Image::kMicGain, "02", "08"},
+    {Image::kHeadphoneOffLevel, "03", "03"},
+    {Image::kSidetoneVolume, "00", "00"},
+    {Image::kMasterVolume, nullptr, "13"},
+    {Image::kProgrammingMode, "01", "01"},
+    {Image::kPageChangeMode, "00", "00"},
+    {Image::kMicNoiseGate, "00", "00"},
+};
+
+}  // namespace
+
+ProductionValues::ProductionValues(CommandLink& link, SettingsImage& image, BeltpackWrite& write)
+    : link_(link), image_(image), write_(write) {}
+
+void ProductionValues::buttonSetProdSettiings_Click() {
+    const Parameter& featureMap = image_[Image::kFeatureMap];
+    if (strictNumber(featureMap.available.str()) == 1)
+        fill(toInt32(decimalValue(featureMap.value.str())));
+    write_.CommandWrite_Click();
+    // Sent whatever became of the write, as intended.
+    link_.serialSendString("# 027E" + HexPad(1, 2));
+}
+
+void ProductionValues::fill(int revision) {
+    if (revision < 0 || revision > 2)
+        return;
+    for (const Row& row : kValues) {
+        if (const char* value = revision == 2 ? row.revision2 : row.revision0And1)
+            image_[row.record].value = value;
+    }
+}
+
+}  // namespace quorvex

@@ -1,0 +1,94 @@
+#include "beltpack/settings_file.h"
+
+#include "link/number_text.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+namespace {
+
+constexpr const char* kSignature = "K4700";
+constexpr const char* kFilter = "Beltpack Config Files (*.bpc)|*.bpc|All Files (*.*)|*.*";
+
+std::filesystem::path pathOf(const std::string& utf8) {
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+}  // namespace
+
+SettingsFile::SettingsFile(CommandLink& link, SettingsImage& image, FileDialog& dialog,
+                           SettingsFileFields fields, SettingsFileNeighbours& neighbours)
+    : link_(link), image_(image), dialog_(dialog), fields_(fields), neighbours_(neighbours) {}
+
+bool SettingsFile::isChosen(const FileDialog::Choice& choice) {
+    if (choice.error != 0 && choice.error != FileDialog::kCancelled)
+        link_.console().messageBox("Error " + std::to_string(choice.error) + " selecting file.\r\n" +
+                                       choice.description,
+                                   Icon::none);
+    return choice.error == 0;
+}
+
+void SettingsFile::CommandSave_Click() {
+    const auto choice = dialog_.chooseForSaving({kFilter, "Save settings...", fields_.beltpackId.text()});
+    if (!isChosen(choice))
+        return;
+    try {
+        save(choice.path);
+    } catch (const RuntimeFault&) {
+        // The file is left as it is: open, with what was written.
+        link_.console().messageBox("Error writing Beltpack settings to file!", Icon::critical);
+        link_.status("Error while writing file.", kBlack);
+    }
+}
+
+void SettingsFile::save(const std::string& path) {
+    file_.openForOutput(pathOf(path));
+    file_.writeLine(kSignature);
+    for (int i = 0; i < SettingsImage::kParameters; ++i)
+        file_.writeLine(image_[i].value.str());
+    file_.close();
+    link_.status("Betpack settings saved to file successfully.", kBlack);
+}
+
+void SettingsFile::CommandRead_Click() {
+    const auto choice = dialog_.chooseForLoading({kFilter, "Open File", ""});
+    if (!isChosen(choice))
+        return;
+    try {
+        load(choice.path);
+    } catch (const RuntimeFault&) {
+        link_.console().messageBox("Error reading from file!", Icon::critical);
+        link_.status("Error while reading Beltpack settings from file.", kBlack);
+    }
+}
+
+void SettingsFile::load(const std::string& path) {
+    file_.openForInput(pathOf(path));
+    if (file_.readItem() == kSignature) {
+        readValues();
+        refreshWindow();
+    } else {
+        link_.console().messageBox(path + "\r\n is not a valid QuorvexCfg file.", Icon::critical);
+        link_.status("Invalid file specified.", kBlack);
+    }
+    file_.close();
+    // Shown after a rejected file too, as intended: the box has told of the rejection.
+    link_.status("Beltpack settings read from file successfully.", kBlack);
+}
+
+void SettingsFile::readValues() {
+    for (int i = 0; i < SettingsImage::kParameters; ++i)
+        image_[i].value = file_.atEnd() ? "0" : file_.readItem();
+}
+
+void SettingsFile::refreshWindow() {
+    for (TextField* field : {&fields_.fmDeviation, &fields_.freqAccuracy, &fields_.freqAccuracyTx,
+                             &fields_.freqAccuracyRx})
+        field->setText("");
+    fields_.beltpackId.setText(image_.psnText());
+    neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
+    fields_.rfCarriers.setText(image_[SettingsImage::kRfCarrierMask].value.str());
+    neighbours_.enableSettingsButtons();
+}
+
+}  // namespace quorvex
