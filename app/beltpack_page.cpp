@@ -64,7 +64,7 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
 
 BeltpackPage::~BeltpackPage() = default;
 
-void BeltpackPage::connectTo(RfModule& rfModule) {
+void BeltpackPage::connectTo(RfModule& rfModule, CalibRun& calibRun) {
     neighbours_ = std::make_unique<Neighbours>(*this, rfModule);
     read_ = std::make_unique<BeltpackRead>(
         link_, image_, editors_->editors(),
@@ -81,6 +81,9 @@ void BeltpackPage::connectTo(RfModule& rfModule) {
         *neighbours_);
     transfer_->connectTo(*read_, write_, *file_);
     editors_->connectTo(production_);
+    calibration_->onCalibrate([this, &calibRun] {
+        calibRun.CommandCalibBp_Click(calibration_->fields(), calibration_->rssiThreshold());
+    });
 }
 
 }  // namespace quorvex

@@ -25,8 +25,8 @@ public:
     BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
     ~BeltpackPage() override;
 
-    /// Wires the operations that need the radio module type. Called once.
-    void connectTo(RfModule& rfModule);
+    /// Wires the operations that need the radio module type, and the calibration. Called once.
+    void connectTo(RfModule& rfModule, CalibRun& calibRun);
     CalibFrame& calibFrame() { return *calibration_; }
 
 private:

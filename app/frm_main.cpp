@@ -9,6 +9,7 @@
 
 #include "app/rscreen_page.h"
 #include "app/version.h"
+#include "calibration/form_calib.h"
 #include "link/com_select.h"
 #include "link/guard.h"
 #include "link/latin1.h"
@@ -29,6 +30,7 @@ QAction* addItem(QMenu* menu, const char* name, const char* caption, std::functi
 
 FrmMain::FrmMain(Machine machine)
     : port_(machine.port),
+      store_(machine.store),
       statusLine_(new StatusLine(this)),
       labelComPort_(new QLabel(QString::fromLatin1(kNoComms), this)),
       console_(*statusLine_),
@@ -39,11 +41,12 @@ FrmMain::FrmMain(Machine machine)
       rfModule_(machine.store,
                 {beltpackPage_->calibFrame(), antennaPage_->moduleA(), antennaPage_->moduleB()}),
       rfModulePicker_(this),
-      startup_(machine.port, portChoice_, rfModule_, *this) {
+      startup_(machine.port, portChoice_, rfModule_, *this),
+      calibRun_(link_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
     setWindowTitle(QStringLiteral("Quorvex Config"));
     buildMenus();
-    beltpackPage_->connectTo(rfModule_);
+    beltpackPage_->connectTo(rfModule_, calibRun_);
 
     auto* tabs = new QTabWidget;
     tabs->setObjectName(QStringLiteral("SSTab1"));
@@ -111,6 +114,10 @@ void FrmMain::showPortLabel(const std::string& text) {
 
 void FrmMain::showPortDialog() {
     ComSelect(portChoice_, this).exec();
+}
+
+std::unique_ptr<CalibDialog> FrmMain::createDialog(CalResult& result) {
+    return std::make_unique<FormCalib>(link_, store_, result, this);
 }
 
 void FrmMain::mnuAbout_Click() {

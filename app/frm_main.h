@@ -7,6 +7,7 @@
 #include "app/beltpack_page.h"
 #include "app/startup.h"
 #include "beltpack/settings_image.h"
+#include "calibration/calib_run.h"
 #include "calibration/form_rf_module.h"
 #include "calibration/rf_module.h"
 #include "link/command_link.h"
@@ -24,7 +25,7 @@ struct Machine {
 };
 
 /// The main window: owns the state that its pages share, and wires the pages to it.
-class FrmMain : public QMainWindow, private PortWindow {
+class FrmMain : public QMainWindow, private PortWindow, private CalibNeighbours {
 public:
     explicit FrmMain(Machine machine);
 
@@ -41,11 +42,14 @@ protected:
 private:
     void showPortLabel(const std::string& text) override;
     void showPortDialog() override;
+    int rfModuleType() const override { return rfModule_.type(); }
+    std::unique_ptr<CalibDialog> createDialog(CalResult& result) override;
     void buildMenus();
     QWidget* buildBottomLine();
     void mnuAbout_Click();
 
     SerialPort& port_;
+    SettingsStore& store_;
     StatusLine* statusLine_;
     QLabel* labelComPort_;
     QtConsole console_;
@@ -57,6 +61,7 @@ private:
     RfModule rfModule_;
     FormRfModulePicker rfModulePicker_;
     Startup startup_;
+    CalibRun calibRun_;
 };
 
 }  // namespace quorvex

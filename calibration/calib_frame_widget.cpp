@@ -108,6 +108,10 @@ FieldEdit* CalibFrameWidget::placeField(const char* name, QPoint at) {
     return field;
 }
 
+void CalibFrameWidget::onCalibrate(std::function<void()> handler) {
+    onClick(calibrate_, std::move(handler));
+}
+
 void CalibFrameWidget::apply(const CalibLayout& layout) {
     calibrate_->setText(QString::fromStdString(layout.buttonCaption));
     for (QWidget* control : kirkOnly_)

@@ -3,8 +3,10 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
+#include <functional>
 #include <vector>
 
+#include "calibration/calib_run.h"
 #include "calibration/rf_module.h"
 #include "link/field_edit.h"
 #include "link/qt_controls.h"
@@ -39,7 +41,9 @@ public:
     TextField& freqAccuracyTx() { return freqAccuracyTx_; }
     /// Only where the frame has one.
     TextField& rssiThreshold() { return rssiThreshold_; }
-    QPushButton* calibrateButton() { return calibrate_; }
+    CalibFields fields() { return {fmDeviation_, freqAccuracy_, freqAccuracyTx_, freqAccuracyRx_}; }
+    /// Runs `handler`, guarded, for each click on the frame's button.
+    void onCalibrate(std::function<void()> handler);
 
 private:
     QLabel* place(const char* name, const char* caption, QWidget* buddy, QRect at);

@@ -8,6 +8,10 @@
 
 namespace quorvex {
 
+namespace {
+constexpr int kWidth = 240;  ///< leaves the title its room
+}
+
 FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     : QDialog(parent),
       optionKirk_(new QRadioButton(QStringLiteral("Kirk KRM 1800"), this)),
@@ -21,6 +25,7 @@ FormRfModule::FormRfModule(bool kirk, QWidget* parent)
 
     auto* line = new QFrame(this);
     line->setObjectName(QStringLiteral("Line1"));
+    line->setMinimumWidth(kWidth);
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     QPushButton* cancel = makeButton(this, "CancelButton", "Cancel");
     QPushButton* ok = makeButton(this, "OKButton", "OK");

@@ -1,0 +1,72 @@
+#pragma once
+
+#include <QDialog>
+#include <QGroupBox>
+#include <QLabel>
+#include <QPushButton>
+#include <QSlider>
+#include <QTimer>
+#include <exception>
+
+#include "calibration/calib_run.h"
+#include "calibration/calib_tuning.h"
+#include "calibration/labelled_slider.h"
+#include "link/field_edit.h"
+#include "link/qt_controls.h"
+
+namespace quorvex {
+
+/// The calibration dialog. It closes only from its timer or on a failure there, so that no handler that
+/// still waits for the unit loses it; closing it by its window button or Esc is Cancel.
+class FormCalib : public QDialog, public CalibDialog, private CalibWindow {
+public:
+    FormCalib(CommandLink& link, SettingsStore& store, CalResult& result, QWidget* parent);
+
+    void Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16_t transmit, std::int16_t receive,
+                      std::int16_t otherFm, const std::string& caption) override;
+    void ShowRssiThreshold() override { tuning_.ShowRssiThreshold(); }
+    TextField& rssiThreshold() override { return rssiThreshold_; }
+    void StartCalTimer() override { tuning_.StartCalTimer(); }
+    void showModally() override;
+
+    void reject() override;
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override;
+
+private:
+    std::string caption() const override;
+    void setCaption(const std::string& caption) override;
+    void showKirkFrame(bool shown) override;
+    void showRssiThresholdFrame(bool shown) override { frameRssiThreshold_->setVisible(shown); }
+    void startTimer() override { timer1_->start(); }
+    void unload() override { done(QDialog::Accepted); }
+    void showRssi(const std::string& text) override;
+    void showDcBalance(const std::string& text) override;
+    void setDcSlider(int position) override { sliderDcBalance_->setValue(position); }
+
+    QGroupBox* frame(const char* name, const char* caption, QRect twips);
+    QLabel* label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips);
+    QSlider* slider(QWidget* parent, const char* name, QRect twips, int lowest, int highest);
+    void drawScale();
+    void buildDcBalance();
+    void buildButtons();
+    void fitFaces();
+    /// Runs a handler; a fault that it leaves uncaught closes the dialog and goes on to who showed it.
+    void handle(const std::function<void()>& handler);
+    /// Kept for keys pressed on the buttons and the first sliders; does nothing.
+    void CalKeyHook(int /*key*/) {}
+
+    QGroupBox *frame1_, *frameRm5_, *frameKirk_, *frameRssiThreshold_;
+    LabelledSlider fmDev_, freqAccr_, tx_, mid_, rx_;
+    QSlider* sliderDcBalance_;
+    QLabel *labelRssi_, *labelDcBal_;
+    FieldEdit* textRssiThr_;
+    LineEditField rssiThreshold_;
+    QPushButton *cmdSetRssiThr_, *commandOk_, *commandCancel_;
+    QTimer* timer1_;
+    std::exception_ptr fault_;
+    CalibTuning tuning_;
+};
+
+}  // namespace quorvex
