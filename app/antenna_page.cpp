@@ -5,8 +5,19 @@
 
 namespace quorvex {
 
+class AntennaPage::Neighbours : public AntennaReadNeighbours {
+public:
+    explicit Neighbours(RfModule& rfModule) : rfModule_(rfModule) {}
+    int rfModuleType() const override { return rfModule_.type(); }
+    void changeRfModuleType(int type) override { rfModule_.change(static_cast<std::int16_t>(type)); }
+
+private:
+    RfModule& rfModule_;
+};
+
 AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
     : QWidget(parent),
+      link_(link),
       antenna_(new AntennaFrame(this)),
       moduleA_(new CalibFrameWidget(CalibFrameWidget::kModuleA, this)),
       moduleB_(new CalibFrameWidget(CalibFrameWidget::kModuleB, this)),
@@ -29,6 +40,22 @@ AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
     columns->addLayout(work);
     columns->addLayout(values);
     columns->addStretch();
+}
+
+AntennaPage::~AntennaPage() = default;
+
+void AntennaPage::connectTo(RfModule& rfModule, CalibRun& calibRun) {
+    const auto fieldsOf = [](CalibFrameWidget& module) {
+        return AntennaModuleFields{module.fmDeviation(), module.freqAccuracy(), module.freqAccuracyRx(),
+                                   module.freqAccuracyTx()};
+    };
+    neighbours_ = std::make_unique<Neighbours>(rfModule);
+    read_ = std::make_unique<AntennaRead>(link_, fieldsOf(*moduleA_), fieldsOf(*moduleB_), *neighbours_);
+    antenna_->connectTo(*read_);
+    moduleA_->onCalibrate(
+        [this, &calibRun] { calibRun.CommandCalibAAA_Click(moduleA_->fields(), moduleB_->fields()); });
+    moduleB_->onCalibrate(
+        [this, &calibRun] { calibRun.CommandCalibAAB_Click(moduleA_->fields(), moduleB_->fields()); });
 }
 
 }  // namespace quorvex

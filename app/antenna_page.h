@@ -1,8 +1,10 @@
 #pragma once
 
 #include <QWidget>
+#include <memory>
 
 #include "antenna/antenna_frame.h"
+#include "antenna/antenna_read.h"
 #include "calibration/calib_frame_widget.h"
 #include "identity/dect_version_frame.h"
 
@@ -12,15 +14,24 @@ namespace quorvex {
 class AntennaPage : public QWidget {
 public:
     explicit AntennaPage(CommandLink& link, QWidget* parent = nullptr);
+    ~AntennaPage() override;
+
+    /// Wires the operations that need the radio module type, and the calibration. Called once.
+    void connectTo(RfModule& rfModule, CalibRun& calibRun);
 
     CalibFrame& moduleA() { return *moduleA_; }
     CalibFrame& moduleB() { return *moduleB_; }
 
 private:
+    class Neighbours;
+
+    CommandLink& link_;
     AntennaFrame* antenna_;
     CalibFrameWidget* moduleA_;
     CalibFrameWidget* moduleB_;
     DectVersionFrame* dectVersion_;
+    std::unique_ptr<Neighbours> neighbours_;
+    std::unique_ptr<AntennaRead> read_;
 };
 
 }  // namespace quorvex

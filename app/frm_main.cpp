@@ -47,6 +47,7 @@ FrmMain::FrmMain(Machine machine)
     setWindowTitle(QStringLiteral("Quorvex Config"));
     buildMenus();
     beltpackPage_->connectTo(rfModule_, calibRun_);
+    antennaPage_->connectTo(rfModule_, calibRun_);
 
     auto* tabs = new QTabWidget;
     tabs->setObjectName(QStringLiteral("SSTab1"));
