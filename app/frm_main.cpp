@@ -53,7 +53,7 @@ FrmMain::FrmMain(Machine machine)
     tabs->setObjectName(QStringLiteral("SSTab1"));
     tabs->addTab(beltpackPage_, QStringLiteral("BeltPack"));
     tabs->addTab(antennaPage_, QStringLiteral("Active Antenna"));
-    tabs->addTab(new RScreenPage, QStringLiteral("R-Screen"));
+    tabs->addTab(new RScreenPage(link_), QStringLiteral("R-Screen"));
 
     auto* whole = new QWidget;
     auto* rows = new QVBoxLayout(whole);

@@ -4,7 +4,8 @@
 
 namespace quorvex {
 
-RScreenPage::RScreenPage(QWidget* parent) : QWidget(parent), screen_(new RScreenFrame(this)) {
+RScreenPage::RScreenPage(CommandLink& link, QWidget* parent)
+    : QWidget(parent), screen_(new RScreenFrame(link, this)) {
     auto* column = new QVBoxLayout(this);
     column->addWidget(screen_, 0, Qt::AlignLeft);
     column->addStretch();

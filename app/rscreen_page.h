@@ -9,7 +9,7 @@ namespace quorvex {
 /// The page "R-Screen": places its frame.
 class RScreenPage : public QWidget {
 public:
-    explicit RScreenPage(QWidget* parent = nullptr);
+    explicit RScreenPage(CommandLink& link, QWidget* parent = nullptr);
 
 private:
     RScreenFrame* screen_;

@@ -1,9 +1,11 @@
 #include "rscreen/rscreen_frame.h"
 
 #include <QGridLayout>
+#include <QSaveFile>
 #include <chrono>
 
 #include "link/form.h"
+#include "link/guard.h"
 
 namespace quorvex {
 
@@ -11,21 +13,27 @@ namespace {
 constexpr std::chrono::milliseconds kTick{250};
 }
 
-RScreenFrame::RScreenFrame(QWidget* parent)
+RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
     : QWidget(parent),
       picture_(new RScreenPicture(this)),
       screenDump_(makeField(this, "screenDump", 40)),
       screenDumpFName_(makeField(this, "ScreenDumpFName", 24)),
-      autoIncrement_(new QCheckBox(QStringLiteral("Auto Increment"), this)),
-      autoIncVal_(makeField(this, "autoIncValText", 3)),
-      save_(makeButton(this, "CommandScreenDump", "Save")),
-      timer_(new QTimer(this)) {
+      autoIncrementOption_(new QCheckBox(QStringLiteral("Auto Increment"), this)),
+      autoIncValText_(makeField(this, "autoIncValText", 4)),
+      commandScreenDump_(makeButton(this, "CommandScreenDump", "Save")),
+      timer_(new QTimer(this)),
+      screen_(link, *this, {rootDir_, fileName_, counter_, autoIncrement_}) {
     screenDumpFName_->setText(QStringLiteral("Grab1"));
-    autoIncVal_->setText(QStringLiteral("0"));
-    autoIncVal_->setAccessibleName(QStringLiteral("Auto Increment"));
-    autoIncrement_->setObjectName(QStringLiteral("AutoIncrementOption"));
+    autoIncValText_->setText(QStringLiteral("0"));
+    autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment"));
+    autoIncrementOption_->setObjectName(QStringLiteral("AutoIncrementOption"));
+
+    connect(autoIncValText_, &QLineEdit::textChanged, this,
+            [this] { guarded([this] { screen_.autoIncValText_Change(); }); });
+    onClick(commandScreenDump_, [this] { screen_.CommandScreenDump_Click(); });
     timer_->setObjectName(QStringLiteral("RScreenTimer"));
     timer_->setInterval(kTick);
+    connect(timer_, &QTimer::timeout, this, [this] { guarded([this] { RScreenTimer_Timer(); }); });
     timer_->start();
 
     auto* grid = new QGridLayout(this);
@@ -36,11 +44,31 @@ RScreenFrame::RScreenFrame(QWidget* parent)
     grid->addWidget(screenDump_, 2, 1, 1, 3);
     grid->addWidget(makeLabel(this, "Label6", "Filename:", screenDumpFName_), 3, 0);
     grid->addWidget(screenDumpFName_, 3, 1, 1, 3);
-    grid->addWidget(autoIncrement_, 4, 1);
-    grid->addWidget(autoIncVal_, 4, 2);
-    grid->addWidget(save_, 5, 1, Qt::AlignLeft);
+    grid->addWidget(autoIncrementOption_, 4, 1);
+    grid->addWidget(autoIncValText_, 4, 2);
+    grid->addWidget(commandScreenDump_, 5, 1, Qt::AlignLeft);
     grid->setColumnStretch(3, 1);
-    setTabChain({screenDump_, screenDumpFName_, autoIncrement_, autoIncVal_, save_});
+    setTabChain({screenDump_, screenDumpFName_, autoIncrementOption_, autoIncValText_, commandScreenDump_});
+}
+
+void RScreenFrame::RScreenTimer_Timer() {
+    // Frames that follow each other closely take longer than a tick: counted from the end of one, the next
+    // tick falls into the middle of the next and never on its marker.
+    if (screen_.RScreenTimer_Timer())
+        timer_->start();
+}
+
+bool RScreenFrame::isPortInUse() const {
+    constexpr int kThisTick = 1;
+    return runningHandlers() > kThisTick;
+}
+
+std::string RScreenFrame::savePicture(const std::string& path) {
+    const QString name = QString::fromStdString(path);
+    QSaveFile file(name);
+    if (file.open(QIODevice::WriteOnly) && picture_->image().save(&file, "BMP") && file.commit())
+        return {};
+    return (name + QStringLiteral("\r\n") + file.errorString()).toStdString();
 }
 
 }  // namespace quorvex

@@ -1,28 +1,40 @@
 #pragma once
 
 #include <QCheckBox>
-#include <QLineEdit>
 #include <QPushButton>
 #include <QTimer>
 #include <QWidget>
 
+#include "link/field_edit.h"
+#include "link/qt_controls.h"
+#include "rscreen/remote_screen.h"
 #include "rscreen/rscreen_picture.h"
 
 namespace quorvex {
 
 /// The remote screen: the Beltpack's display and the controls that save it.
-class RScreenFrame : public QWidget {
+class RScreenFrame : public QWidget, private RemoteScreenWindow {
 public:
-    explicit RScreenFrame(QWidget* parent = nullptr);
+    explicit RScreenFrame(CommandLink& link, QWidget* parent = nullptr);
 
 private:
+    void RScreenTimer_Timer();
+    bool isPortInUse() const override;
+    void repaint(const ScreenBits& bits) override { picture_->show(bits); }
+    std::string savePicture(const std::string& path) override;
+
     RScreenPicture* picture_;
-    QLineEdit* screenDump_;
-    QLineEdit* screenDumpFName_;
-    QCheckBox* autoIncrement_;
-    QLineEdit* autoIncVal_;
-    QPushButton* save_;
+    FieldEdit* screenDump_;
+    FieldEdit* screenDumpFName_;
+    QCheckBox* autoIncrementOption_;
+    FieldEdit* autoIncValText_;
+    QPushButton* commandScreenDump_;
     QTimer* timer_;
+    LineEditField rootDir_{screenDump_, LineEditField::Holds::fileName};
+    LineEditField fileName_{screenDumpFName_, LineEditField::Holds::fileName};
+    LineEditField counter_{autoIncValText_};
+    CheckBoxField autoIncrement_{autoIncrementOption_};
+    RemoteScreen screen_;
 };
 
 }  // namespace quorvex

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <QImage>
 #include <QWidget>
+
+#include "rscreen/remote_screen.h"
 
 namespace quorvex {
 
@@ -9,8 +12,17 @@ class RScreenPicture : public QWidget {
 public:
     explicit RScreenPicture(QWidget* parent = nullptr);
 
+    void show(const ScreenBits& bits);
+    /// The picture as shown, 256 x 66 pixels.
+    QImage image() const;
+
 protected:
     void paintEvent(QPaintEvent* event) override;
+
+private:
+    QImage display() const;
+
+    ScreenBits bits_{};
 };
 
 }  // namespace quorvex

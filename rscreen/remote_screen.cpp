@@ -1,0 +1,85 @@
+#include "rscreen/remote_screen.h"
+
+#include <limits>
+
+#include "link/number_text.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+namespace {
+
+constexpr std::int32_t kFrameBytes = 512;
+constexpr int kByteLimit = 10000;  ///< a frame is read to its end however slowly it comes
+constexpr int kHighestCounter = std::numeric_limits<std::uint8_t>::max();
+
+}  // namespace
+
+RemoteScreen::RemoteScreen(CommandLink& link, RemoteScreenWindow& window, RemoteScreenFields fields)
+    : link_(link), window_(window), fields_(fields) {}
+
+ScreenBits RemoteScreen::bits() const {
+    ScreenBits bits{};
+    for (std::size_t i = 0; i < bits.size(); ++i)
+        bits[i] = static_cast<std::uint8_t>(link_.dataBuffer().bytes()[i]);
+    return bits;
+}
+
+bool RemoteScreen::RScreenTimer_Timer() {
+    const bool whole = !capturing_ && !window_.isPortInUse() && capture();
+    window_.repaint(bits());
+    return whole;
+}
+
+bool RemoteScreen::capture() {
+    capturing_ = true;
+    try {
+        link_.GetDataBuffer(kByteLimit, kFrameBytes);
+    } catch (...) {
+        capturing_ = false;
+        throw;
+    }
+    capturing_ = false;
+    return link_.dataBuffer().count() == kFrameBytes;
+}
+
+void RemoteScreen::autoIncValText_Change() {
+    try {
+        const std::int16_t typed = toInt16(decimalValue(fields_.counter.text()));
+        if (typed < 0 || typed > kHighestCounter)
+            throw RuntimeFault::overflow();
+        counter_ = static_cast<std::uint8_t>(typed);
+    } catch (const RuntimeFault&) {
+        showCounter();
+        reportCounterRange();
+    }
+}
+
+void RemoteScreen::CommandScreenDump_Click() {
+    const bool numbered = fields_.autoIncrement.value() != 0;
+    const std::string path = fields_.rootDir.text() + fields_.fileName.text() +
+                             (numbered ? std::to_string(counter_) : std::string()) + ".bmp";
+    const std::string problem = window_.savePicture(path);
+    if (!problem.empty()) {
+        link_.console().messageBox("The picture could not be saved.\r\n\r\n" + problem, Icon::critical);
+        return;
+    }
+    if (!numbered)
+        return;
+    if (counter_ == kHighestCounter) {
+        reportCounterRange();
+        return;
+    }
+    ++counter_;
+    showCounter();
+}
+
+void RemoteScreen::showCounter() {
+    fields_.counter.setText(std::to_string(counter_));
+}
+
+void RemoteScreen::reportCounterRange() {
+    link_.console().messageBox("The auto-increment number must be from 0 to 255.", Icon::critical);
+}
+
+}  // namespace quorvex

@@ -1,0 +1,63 @@
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <string>
+
+#include "link/command_link.h"
+#include "link/controls.h"
+
+namespace quorvex {
+
+/// The picture of the Beltpack's display: 33 lines of 16 bytes, the most significant bit leftmost, a set
+/// bit black, a clear one green. A frame fills 32 lines; the last one always shows the ground, as intended.
+using ScreenBits = std::array<std::uint8_t, 33 * 16>;
+inline constexpr int kScreenLines = 33;
+inline constexpr int kScreenLineBytes = 16;
+inline constexpr int kScreenScale = 2;  ///< each display pixel is a square of 2 x 2
+
+/// What the remote screen needs of the window.
+class RemoteScreenWindow {
+public:
+    virtual ~RemoteScreenWindow() = default;
+    /// Whether another operation is under way, so that what arrives is not for the screen.
+    virtual bool isPortInUse() const = 0;
+    virtual void repaint(const ScreenBits& bits) = 0;
+    /// Saves the picture as shown, replacing a file of that name whole or not at all. Empty on success,
+    /// else what went wrong, UTF-8.
+    virtual std::string savePicture(const std::string& path) = 0;
+};
+
+struct RemoteScreenFields {
+    TextField& rootDir;
+    TextField& fileName;
+    TextField& counter;
+    CheckField& autoIncrement;
+};
+
+/// Catching the Beltpack's display stream, and saving the picture under numbered names.
+class RemoteScreen {
+public:
+    RemoteScreen(CommandLink& link, RemoteScreenWindow& window, RemoteScreenFields fields);
+
+    /// Takes a frame if one is waiting, then repaints. A tick while an earlier one still receives, or while
+    /// another operation is on the port, only repaints. True when a whole frame was received.
+    bool RScreenTimer_Timer();
+    void autoIncValText_Change();
+    void CommandScreenDump_Click();
+
+    ScreenBits bits() const;
+
+private:
+    bool capture();
+    void showCounter();
+    void reportCounterRange();
+
+    CommandLink& link_;
+    RemoteScreenWindow& window_;
+    RemoteScreenFields fields_;
+    std::uint8_t counter_ = 0;
+    bool capturing_ = false;
+};
+
+}  // namespace quorvex
