@@ -31,7 +31,7 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       systemId_(new SystemIdFrame(link, image, this)),
       parkLength_(new ParkLengthFrame(link, image, this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
-      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)),
+      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack)),
       fileDialog_(this),
       write_(link, image),
       production_(link, image, write_) {
@@ -48,8 +48,10 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
     identity->addWidget(dectVersion_);
     identity->addStretch();
 
+    // The last of the page, for the order of the Tab key.
+    rfCarriers_->setParent(this);
+    calibration_->setParent(this);
     auto* radio = new QVBoxLayout;
-    rfCarriers_->setParent(this);  // after the others, for the order of the Tab key
     radio->addWidget(rfCarriers_);
     radio->addWidget(calibration_);
     radio->addStretch();

@@ -102,8 +102,9 @@ void FrmMain::portLost() {
 }
 
 void FrmMain::settingsNotSaved() {
-    console_.messageBox("The settings could not be saved.\r\nCheck the space and the rights of the settings folder.",
-                        Icon::critical, {});
+    console_.messageBox(
+        "The settings could not be saved.\r\nCheck the space and the rights of the settings folder.",
+        Icon::critical, {});
 }
 
 void FrmMain::showPortLabel(const std::string& text) {

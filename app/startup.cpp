@@ -27,8 +27,8 @@ void Startup::mnuComPort_Click() {
 }
 
 std::string aboutText(int major, int minor, int revision) {
-    return "Quorvex\u00AE Configuration Utility v" + std::to_string(major) + "." + std::to_string(minor) + "." +
-           std::to_string(revision) + "\r\rFree software under the MIT licence, without warranty.\r";
+    return "Quorvex\u00AE Configuration Utility v" + std::to_string(major) + "." + std::to_string(minor) +
+           "." + std::to_string(revision) + "\r\rFree software under the MIT licence, without warranty.\r";
 }
 
 }  // namespace quorvex

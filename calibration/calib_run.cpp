@@ -31,6 +31,31 @@ struct CalibRun::Module {
     const char *readRx, *readTx;
 };
 
+/// Calibration mode of the unit, which only a Kirk module has. Left in any case once it was entered, also
+/// when a fault ends the run: the program may end with it, the unit must not go on streaming.
+class CalibRun::Mode {
+public:
+    Mode(CommandLink& link, const Texts& texts) : link_(link), texts_(texts) {}
+    ~Mode() { leave(); }
+    Mode(const Mode&) = delete;
+    Mode& operator=(const Mode&) = delete;
+
+    void enter() {
+        link_.serialSendString(texts_.enterMode);
+        entered_ = true;
+    }
+    void leave() {
+        if (entered_)
+            link_.serialSendString(texts_.leaveMode);
+        entered_ = false;
+    }
+
+private:
+    CommandLink& link_;
+    const Texts& texts_;
+    bool entered_ = false;
+};
+
 CalibRun::CalibRun(CommandLink& link, CalibNeighbours& neighbours) : link_(link), neighbours_(neighbours) {}
 
 std::unique_ptr<CalibDialog> CalibRun::openDialog(const CalibFields& fields, std::int16_t otherFm,
@@ -49,15 +74,16 @@ void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiTh
                                   "Beltpack Calibrated successfully.",
                                   "Error occured during Beltpack Calibration."};
     const auto dialog = openDialog(fields, 0, kCalibrateBeltpack);
+    Mode mode(link_, kTexts);
     if (isKirk()) {
         const std::string threshold = exchange("# 0138");
         if (threshold != kError) {
             dialog->ShowRssiThreshold();
             showNumber(threshold, dialog->rssiThreshold());
         }
-        link_.serialSendString(kTexts.enterMode);
+        mode.enter();
     }
-    if (!tune(*dialog, kTexts))
+    if (!tune(*dialog, mode, kTexts))
         return;
     if (isKirk())
         drain();
@@ -71,29 +97,40 @@ void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiTh
 }
 
 void CalibRun::CommandCalibAAA_Click(const CalibFields& moduleA, const CalibFields& moduleB) {
-    static constexpr Module kModule{kCalibrateModuleA,
-                                    {"! 0308E803", "! 03080000", "Active Antenna calibration cancelled.",
-                                     "Active Antenna calibrated successfully.",
-                                     "Error occured during Active Antenna calibration."},
-                                    "# 0101", "# 0281", "# 0105", "# 0285", "# 0107", "# 0109"};
+    static constexpr Module kModule{
+        kCalibrateModuleA,
+        {"! 0308E803", "! 03080000", "Active Antenna calibration cancelled.",
+         "Active Antenna calibrated successfully.", "Error occured during Active Antenna calibration."},
+        "# 0101",
+        "# 0281",
+        "# 0105",
+        "# 0285",
+        "# 0107",
+        "# 0109"};
     calibrateModule(kModule, moduleA, moduleB.fmDeviation);
 }
 
 void CalibRun::CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFields& moduleB) {
     // These texts speak of the FM deviation although all values are calibrated, as intended.
-    static constexpr Module kModule{kCalibrateModuleB,
-                                    {"! 0308E803", "! 03080000",
-                                     "Active Antenna FM Deviation calibration Cancelled.",
-                                     "Active Antenna FM Deviation calibrated successfully.",
-                                     "Error occured during Active Antenna FM Deviation calibration."},
-                                    "# 0102", "# 0282", "# 0106", "# 0286", "# 0108", "# 010a"};
+    static constexpr Module kModule{
+        kCalibrateModuleB,
+        {"! 0308E803", "! 03080000", "Active Antenna FM Deviation calibration Cancelled.",
+         "Active Antenna FM Deviation calibrated successfully.",
+         "Error occured during Active Antenna FM Deviation calibration."},
+        "# 0102",
+        "# 0282",
+        "# 0106",
+        "# 0286",
+        "# 0108",
+        "# 010a"};
     calibrateModule(kModule, moduleB, moduleA.fmDeviation);
 }
 
 void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation) {
     const auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption);
+    Mode mode(link_, module.texts);
     if (isKirk()) {
-        link_.serialSendString(module.texts.enterMode);
+        mode.enter();
         link_.serialSendString("# 010B");
         const std::string threshold = link_.GetActiveAntennaResponse("# 028B");
         if (threshold != kError) {
@@ -101,7 +138,7 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
             showNumber(threshold, dialog->rssiThreshold());
         }
     }
-    if (!tune(*dialog, module.texts))
+    if (!tune(*dialog, mode, module.texts))
         return;
     link_.serialSendString(module.readFm);
     showNumber(link_.GetActiveAntennaResponse(module.fmReply), fields.fmDeviation);
@@ -113,27 +150,24 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
     }
 }
 
-bool CalibRun::tune(CalibDialog& dialog, const Texts& texts) {
-    const auto leaveMode = [&] {
-        if (isKirk())
-            link_.serialSendString(texts.leaveMode);
-    };
+bool CalibRun::tune(CalibDialog& dialog, Mode& mode, const Texts& texts) {
     dialog.StartCalTimer();
-    try {
-        dialog.showModally();
-    } catch (...) {
-        leaveMode();  // the unit must not stay in calibration mode when the program ends
-        throw;
-    }
-    leaveMode();
+    dialog.showModally();
+    mode.leave();
     return tellOutcome(texts);
 }
 
 bool CalibRun::tellOutcome(const Texts& texts) {
     switch (result_) {
-        case CalResult::none: link_.status(texts.failed, kBlack); return false;
-        case CalResult::cancelled: link_.status(texts.cancelled, kBlack); break;
-        case CalResult::confirmed: link_.status(texts.confirmed, kBlack); break;
+        case CalResult::none:
+            link_.status(texts.failed, kBlack);
+            return false;
+        case CalResult::cancelled:
+            link_.status(texts.cancelled, kBlack);
+            break;
+        case CalResult::confirmed:
+            link_.status(texts.confirmed, kBlack);
+            break;
     }
     return true;
 }

@@ -49,6 +49,7 @@ public:
     void CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFields& moduleB);
 
 private:
+    class Mode;
     struct Texts;
     struct Module;
 
@@ -57,7 +58,7 @@ private:
                                             const char* caption);
     void calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation);
     /// Shows the dialog, leaves calibration mode and tells the outcome. False: nothing is read back.
-    bool tune(CalibDialog& dialog, const Texts& texts);
+    bool tune(CalibDialog& dialog, Mode& mode, const Texts& texts);
     bool tellOutcome(const Texts& texts);
     void drain();
 

@@ -17,12 +17,12 @@ inline constexpr char kCarriageReturn = '\r';
 
 /// The largest silence a reader bears, in the reader's own unit.
 namespace limit {
-inline constexpr int kArrivedOnly = 0;       ///< only what is there already
-inline constexpr int kLine = 1;              ///< serialGetResponse: 2 s
-inline constexpr int kCalibrationRecord = 5; ///< serialGetResponse: 10 s
-inline constexpr int kFirstAntennaLine = 6;  ///< serialGetResponse: 12 s
-inline constexpr int kDrain = 1;             ///< serialGetResponseChars: 1 s
-inline constexpr int kReply = 2;             ///< serialGetResponseChars: 2 s
+inline constexpr int kArrivedOnly = 0;        ///< only what is there already
+inline constexpr int kLine = 1;               ///< serialGetResponse: 2 s
+inline constexpr int kCalibrationRecord = 5;  ///< serialGetResponse: 10 s
+inline constexpr int kFirstAntennaLine = 6;   ///< serialGetResponse: 12 s
+inline constexpr int kDrain = 1;              ///< serialGetResponseChars: 1 s
+inline constexpr int kReply = 2;              ///< serialGetResponseChars: 2 s
 }  // namespace limit
 
 /// Exchanges with the unit: one command line out, one reply line back. Waiting keeps the window alive, so

@@ -11,18 +11,26 @@ constexpr std::int64_t kWindowTurnMs = 20;
 }
 
 InputWait::InputWait(SerialPort& port, EventLoop& loop, std::int32_t limitMs)
-    : port_(port), loop_(loop), limitMs_(limitMs), windowRanAt_(loop.ticks()) {}
+    : port_(port),
+      loop_(loop),
+      limitMs_(limitMs),
+      // The first wait of each reader gives the window its turn: one short line after another is a line
+      // that never falls silent, too.
+      windowRanAt_(std::int64_t{loop.ticks()} - kWindowTurnMs) {}
 
 void InputWait::forNext() {
     const std::int32_t now = loop_.ticks();
     const std::int64_t deadline = std::int64_t{now} + limitMs_;
     if (deadline > std::numeric_limits<std::int32_t>::max())
         throw RuntimeFault::overflow();
-    if (std::int64_t{now} - windowRanAt_ >= kWindowTurnMs)
+    if (now - windowRanAt_ >= kWindowTurnMs) {
         loop_.run(now);
-    while (port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline)
+        windowRanAt_ = loop_.ticks();
+    }
+    while (port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline) {
         loop_.run(static_cast<std::int32_t>(deadline));
-    windowRanAt_ = loop_.ticks();
+        windowRanAt_ = loop_.ticks();
+    }
 }
 
 }  // namespace quorvex

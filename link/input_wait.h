@@ -22,7 +22,7 @@ private:
     SerialPort& port_;
     EventLoop& loop_;
     std::int32_t limitMs_;
-    std::int32_t windowRanAt_;
+    std::int64_t windowRanAt_;
 };
 
 }  // namespace quorvex

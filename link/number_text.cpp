@@ -147,10 +147,15 @@ std::string_view middle(std::string_view text, std::size_t position, std::size_t
 }
 
 std::string printable(std::string_view text) {
-    std::string shown(text);
-    for (char& c : shown) {
-        if (c < ' ' || c > '~')
-            c = '?';
+    std::string shown;
+    for (const char c : text) {
+        const auto code = static_cast<unsigned char>(c);
+        if (code >= 0xA0) {  // printable in Latin-1
+            shown += static_cast<char>(0xC0 | code >> 6);
+            shown += static_cast<char>(0x80 | (code & 0x3F));
+        } else {
+            shown += code >= ' ' && code <= '~' ? c : '?';
+        }
     }
     return shown;
 }

@@ -33,11 +33,12 @@ double strictNumber(std::string_view text);
 std::int16_t toInt16(double value);
 std::int32_t toInt32(double value);
 
-/// `text` from the 1-based character `position` on, at most `count` characters; what is not there is left out.
+/// `text` from the 1-based character `position` on, at most `count` characters; what is not there is left
+/// out.
 std::string_view middle(std::string_view text, std::size_t position,
                         std::size_t count = std::string_view::npos);
 
-/// `text` with every character outside printable ASCII shown as "?", for a message.
+/// Latin-1 text from the wire as UTF-8 for a message; what cannot be printed shows as "?".
 std::string printable(std::string_view text);
 
 /// `text` without the blanks at its end.

@@ -1,8 +1,8 @@
 #include "link/one_item_list_widget.h"
 
 #include <QKeyEvent>
-#include <QScrollBar>
 #include <QScopedValueRollback>
+#include <QScrollBar>
 #include <QWheelEvent>
 
 #include "link/latin1.h"
@@ -75,12 +75,21 @@ void OneItemListWidget::step(int by) {
 void OneItemListWidget::keyPressEvent(QKeyEvent* event) {
     switch (event->key()) {
         case Qt::Key_Up:
-        case Qt::Key_PageUp: step(-1); break;
+        case Qt::Key_PageUp:
+            step(-1);
+            break;
         case Qt::Key_Down:
-        case Qt::Key_PageDown: step(1); break;
-        case Qt::Key_Home: step(-topIndex()); break;
-        case Qt::Key_End: step(count()); break;
-        default: QListWidget::keyPressEvent(event);
+        case Qt::Key_PageDown:
+            step(1);
+            break;
+        case Qt::Key_Home:
+            step(-topIndex());
+            break;
+        case Qt::Key_End:
+            step(count());
+            break;
+        default:
+            QListWidget::keyPressEvent(event);
     }
 }
 

@@ -10,27 +10,41 @@ std::string LineEditField::text() const {
 }
 
 void LineEditField::setText(std::string_view text) {
-    edit_->setText(holds_ == Holds::fileName
-                       ? QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
-                       : toQt(text));
-    edit_->setCursorPosition(0);
+    const QString shown = holds_ == Holds::fileName
+                              ? QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
+                              : toQt(text);
+    if (edit_->text() == shown)
+        return;  // cursor and selection stay where somebody is typing
+    const int cursor = edit_->hasFocus() ? edit_->cursorPosition() : 0;
+    edit_->setText(shown);
+    edit_->setCursorPosition(cursor);
 }
 
 int CheckBoxField::value() const {
     switch (box_->checkState()) {
-        case Qt::Unchecked: return 0;
-        case Qt::Checked: return 1;
-        case Qt::PartiallyChecked: break;
+        case Qt::Unchecked:
+            return 0;
+        case Qt::Checked:
+            return 1;
+        case Qt::PartiallyChecked:
+            break;
     }
     return 2;
 }
 
 void CheckBoxField::setValue(int value) {
     switch (value) {
-        case 0: box_->setCheckState(Qt::Unchecked); break;
-        case 1: box_->setCheckState(Qt::Checked); break;
-        case 2: box_->setCheckState(Qt::PartiallyChecked); break;
-        default: throw RuntimeFault::invalidPropertyValue();
+        case 0:
+            box_->setCheckState(Qt::Unchecked);
+            break;
+        case 1:
+            box_->setCheckState(Qt::Checked);
+            break;
+        case 2:
+            box_->setCheckState(Qt::PartiallyChecked);
+            break;
+        default:
+            throw RuntimeFault::invalidPropertyValue();
     }
 }
 

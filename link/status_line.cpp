@@ -16,9 +16,9 @@ StatusLine::StatusLine(QWidget* parent) : QLabel(parent) {
 void StatusLine::show(const QString& text, Colour colour) {
     QPalette colours = palette();
     colours.setColor(QPalette::Window, QColor(252, 252, 248));
-    colours.setColor(QPalette::WindowText, QColor(static_cast<int>(colour & 0xFF),
-                                                  static_cast<int>(colour >> 8 & 0xFF),
-                                                  static_cast<int>(colour >> 16 & 0xFF)));
+    colours.setColor(QPalette::WindowText,
+                     QColor(static_cast<int>(colour & 0xFF), static_cast<int>(colour >> 8 & 0xFF),
+                            static_cast<int>(colour >> 16 & 0xFF)));
     setPalette(colours);
     setText(text);
 }
