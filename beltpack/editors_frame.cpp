@@ -48,7 +48,8 @@ EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations,
     column->addSpacing(6);
     column->addWidget(defaults);
     column->addWidget(setProdSettings_);
-    setTabChain({optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, setProdSettings_});
+    setTabChain(
+        {optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, setProdSettings_});
 }
 
 void EditorsFrame::connectTo(ProductionValues& production) {

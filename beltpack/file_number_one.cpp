@@ -18,11 +18,15 @@ RuntimeFault pastEnd() {
 
 RuntimeFault accessFault() {
     switch (errno) {
-        case ENOENT: return {53, "File not found"};
-        case ENOSPC: return {61, "Disk full"};
+        case ENOENT:
+            return {53, "File not found"};
+        case ENOSPC:
+            return {61, "Disk full"};
         case EACCES:
-        case EROFS: return {70, "Permission denied"};
-        default: return {75, "Path/File access error"};
+        case EROFS:
+            return {70, "Permission denied"};
+        default:
+            return {75, "Path/File access error"};
     }
 }
 

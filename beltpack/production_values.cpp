@@ -15,16 +15,11 @@ struct Row {
 };
 
 constexpr Row kValues[] = {
-    {Image::kHeadsetLimit, "30", "24"},
-    {Image::kRssiWarningAlarm, "00", "00"},
-    {Image::kLowBatteryAlarm, "00", "00"},
-    {Image::kMicType, "01", "01"},
-    {Image::kMicGain, "02", "08"},
-    {Image::kHeadphoneOffLevel, "03", "03"},
-    {Image::kSidetoneVolume, "00", "00"},
-    {Image::kMasterVolume, nullptr, "13"},
-    {Image::kProgrammingMode, "01", "01"},
-    {Image::kPageChangeMode, "00", "00"},
+    {Image::kHeadsetLimit, "30", "24"},    {Image::kRssiWarningAlarm, "00", "00"},
+    {Image::kLowBatteryAlarm, "00", "00"}, {Image::kMicType, "01", "01"},
+    {Image::kMicGain, "02", "08"},         {Image::kHeadphoneOffLevel, "03", "03"},
+    {Image::kSidetoneVolume, "00", "00"},  {Image::kMasterVolume, nullptr, "13"},
+    {Image::kProgrammingMode, "01", "01"}, {Image::kPageChangeMode, "00", "00"},
     {Image::kMicNoiseGate, "00", "00"},
 };
 

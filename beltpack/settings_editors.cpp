@@ -82,10 +82,17 @@ void SettingsEditors::showImage() {
 
     // A microphone type that the unit does not have counts as 0: balanced.
     switch (decimal(SettingsImage::kMicType)) {
-        case 0: optionMICBal_Click(); break;
-        case 1: optionMICUnBal_Click(); break;
-        case 2: optionMICElectret_Click(); break;
-        default: break;
+        case 0:
+            optionMICBal_Click();
+            break;
+        case 1:
+            optionMICUnBal_Click();
+            break;
+        case 2:
+            optionMICElectret_Click();
+            break;
+        default:
+            break;
     }
 
     const int revision = decimal(SettingsImage::kFeatureMap);

@@ -8,8 +8,8 @@ namespace quorvex {
 /// The controls that edit single parameters of the image. Each change is stored at once; nothing is sent.
 class SettingsEditors {
 public:
-    SettingsEditors(SettingsImage& image, OptionGroup& mic, CheckField& batteryAlarm,
-                    OneItemList& hwRevision, OneItemList& regulations);
+    SettingsEditors(SettingsImage& image, OptionGroup& mic, CheckField& batteryAlarm, OneItemList& hwRevision,
+                    OneItemList& regulations);
 
     // Each turns its own option on and stores it.
     void optionMICBal_Click();

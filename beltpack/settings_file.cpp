@@ -22,9 +22,9 @@ SettingsFile::SettingsFile(CommandLink& link, SettingsImage& image, FileDialog& 
 
 bool SettingsFile::isChosen(const FileDialog::Choice& choice) {
     if (choice.error != 0 && choice.error != FileDialog::kCancelled)
-        link_.console().messageBox("Error " + std::to_string(choice.error) + " selecting file.\r\n" +
-                                       choice.description,
-                                   Icon::none);
+        link_.console().messageBox(
+            "Error " + std::to_string(choice.error) + " selecting file.\r\n" + choice.description,
+            Icon::none);
     return choice.error == 0;
 }
 
@@ -82,8 +82,8 @@ void SettingsFile::readValues() {
 }
 
 void SettingsFile::refreshWindow() {
-    for (TextField* field : {&fields_.fmDeviation, &fields_.freqAccuracy, &fields_.freqAccuracyTx,
-                             &fields_.freqAccuracyRx})
+    for (TextField* field :
+         {&fields_.fmDeviation, &fields_.freqAccuracy, &fields_.freqAccuracyTx, &fields_.freqAccuracyRx})
         field->setText("");
     fields_.beltpackId.setText(image_.psnText());
     neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());

@@ -15,7 +15,7 @@ public:
     static constexpr int kCancelled = 32755;
 
     struct Settings {
-        std::string filter;        ///< description and pattern in turn, separated by bars
+        std::string filter;  ///< description and pattern in turn, separated by bars
         std::string title;
         std::string proposedName;  ///< empty for none
     };

@@ -14,7 +14,7 @@ struct Parameter {
     std::int16_t number = 0;  ///< on the wire, 1 to 21
     FixedText<10> value;      ///< hexadecimal digits, "N/A" when the unit has none, blank when unknown
     FixedText<20> name;
-    FixedText<2> available;   ///< "1" or "0" by the last read, blank before one
+    FixedText<2> available;  ///< "1" or "0" by the last read, blank before one
 
     std::string readLine() const;
     /// Characters of the reply to `readLine` and of the read-back of a write.

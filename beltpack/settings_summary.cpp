@@ -9,7 +9,8 @@ std::string summaryText(const SettingsImage& image) {
     std::string text = "Param  Description              Data\r\n" + std::string(44, '-') + "\r\n";
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
         const Parameter& parameter = image[i];
-        text += HexPad(parameter.number, 2) + kGap + parameter.name.str() + kGap + parameter.value.str() + "\r\n";
+        text +=
+            HexPad(parameter.number, 2) + kGap + parameter.name.str() + kGap + parameter.value.str() + "\r\n";
     }
     return text;
 }

@@ -35,21 +35,48 @@ void fitFace(QLabel* label) {
 
 }  // namespace
 
-const CalibFrameWidget::Names CalibFrameWidget::kBeltpack{
-    "Radio Module Calibration", "FM Dev:",
-    "TextFMDev", "TextFreqAccr", "TextFreqAccrRx", "TextFreqAccrTx",
-    "LabelFreqAccr", "LabelTx", "LabelMid", "LabelRx",
-    "TextRssiThr", "CommandCalibBp", "Calibrate Beltpack", true};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleA{
-    "Module A (Timeslots 0, 4, 8)", "FM Deviation:",
-    "TextFmDevA", "TextFreqAdjA", "TextFreqAdjRxA", "TextFreqAdjTxA",
-    "LabelFreqAdjA", "LabelTxA", "LabelMidA", "LabelRxA",
-    nullptr, "CommandCalibAAA", "Calibrate Module A", false};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleB{
-    "Module B (Timeslots 2, 6, 10)", "FM Deviation:",
-    "TextFmDevB", "TextFreqAdjB", "TextFreqAdjRxB", "TextFreqAdjTxB",
-    "LabelFreqAdjB", "LabelTxB", "LabelMidB", "LabelRxB",
-    nullptr, "CommandCalibAAB", "Calibrate Module B", false};
+const CalibFrameWidget::Names CalibFrameWidget::kBeltpack{"Radio Module Calibration",
+                                                          "FM Dev:",
+                                                          "TextFMDev",
+                                                          "TextFreqAccr",
+                                                          "TextFreqAccrRx",
+                                                          "TextFreqAccrTx",
+                                                          "LabelFreqAccr",
+                                                          "LabelTx",
+                                                          "LabelMid",
+                                                          "LabelRx",
+                                                          "TextRssiThr",
+                                                          "CommandCalibBp",
+                                                          "Calibrate Beltpack",
+                                                          true};
+const CalibFrameWidget::Names CalibFrameWidget::kModuleA{"Module A (Timeslots 0, 4, 8)",
+                                                         "FM Deviation:",
+                                                         "TextFmDevA",
+                                                         "TextFreqAdjA",
+                                                         "TextFreqAdjRxA",
+                                                         "TextFreqAdjTxA",
+                                                         "LabelFreqAdjA",
+                                                         "LabelTxA",
+                                                         "LabelMidA",
+                                                         "LabelRxA",
+                                                         nullptr,
+                                                         "CommandCalibAAA",
+                                                         "Calibrate Module A",
+                                                         false};
+const CalibFrameWidget::Names CalibFrameWidget::kModuleB{"Module B (Timeslots 2, 6, 10)",
+                                                         "FM Deviation:",
+                                                         "TextFmDevB",
+                                                         "TextFreqAdjB",
+                                                         "TextFreqAdjRxB",
+                                                         "TextFreqAdjTxB",
+                                                         "LabelFreqAdjB",
+                                                         "LabelTxB",
+                                                         "LabelMidB",
+                                                         "LabelRxB",
+                                                         nullptr,
+                                                         "CommandCalibAAB",
+                                                         "Calibrate Module B",
+                                                         false};
 
 CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     : QGroupBox(QString::fromLatin1(names.title), parent),
@@ -71,9 +98,9 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     setFixedHeight(kFrameSize.height());
     place("", names.fmCaption, editFm_, {kLeft, kTopFm + 3, kLabelWidth, kLabelHeight});
     kirkOnly_ = {editTx_, editRx_};
-    for (auto [name, caption, buddy, left] :
-         {std::tuple{names.labelTx, "Tx", editTx_, kColumnTx}, std::tuple{names.labelMid, "Mid", editFreq_, kColumnMid},
-          std::tuple{names.labelRx, "Rx", editRx_, kColumnRx}}) {
+    for (auto [name, caption, buddy, left] : {std::tuple{names.labelTx, "Tx", editTx_, kColumnTx},
+                                              std::tuple{names.labelMid, "Mid", editFreq_, kColumnMid},
+                                              std::tuple{names.labelRx, "Rx", editRx_, kColumnRx}}) {
         QLabel* label = place(name, caption, buddy, {left, kTopKirkLabels, kFieldWidth, kLabelHeight});
         label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
         kirkOnly_.push_back(label);

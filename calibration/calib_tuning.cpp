@@ -70,10 +70,17 @@ CalibTuning::Target CalibTuning::target() const {
 
 void CalibTuning::sendFor(const Commands& commands, std::int16_t value) {
     switch (target()) {
-        case Target::beltpack: link_.serialSendString(commands.beltpack + HexPad(value, 2)); break;
-        case Target::moduleA: link_.serialSendString(commands.moduleA + HexPad(value, 2)); break;
-        case Target::moduleB: link_.serialSendString(commands.moduleB + HexPad(value, 2)); break;
-        case Target::none: break;
+        case Target::beltpack:
+            link_.serialSendString(commands.beltpack + HexPad(value, 2));
+            break;
+        case Target::moduleA:
+            link_.serialSendString(commands.moduleA + HexPad(value, 2));
+            break;
+        case Target::moduleB:
+            link_.serialSendString(commands.moduleB + HexPad(value, 2));
+            break;
+        case Target::none:
+            break;
     }
 }
 
@@ -232,7 +239,8 @@ void CalibTuning::CmdSetRssiThr_Click() {
     try {
         threshold = toInt16(decimalValue(controls_.rssiThreshold.text()));
     } catch (const RuntimeFault&) {
-        link_.console().messageBox("The RSSI threshold must be a number from -32768 to 32767.", Icon::critical);
+        link_.console().messageBox("The RSSI threshold must be a number from -32768 to 32767.",
+                                   Icon::critical);
         return;
     }
     const bool beltpack = target() == Target::beltpack;

@@ -44,17 +44,17 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
       freqAccr_(slider(frameRm5_, "SliderFreqAccr", {120, 360, 3855, 375}, -7, 7),
                 label(frameRm5_, "LabelFreqAccrValue", "1", {4080, 400}, 375),
                 [this] { handle([this] { tuning_.SliderFreqAccr_Change(); }); }),
-      tx_(slider(frameKirk_, "SliderTx", {120, 480, 1455, 375}, 0, 7),
+      tx_(
+          slider(frameKirk_, "SliderTx", {120, 480, 1455, 375}, 0, 7),
           label(frameKirk_, "LabelTxValue", "0", {1200, 300}, 315),
-          [this] { handle([this] { tuning_.SliderTx_Change(); }); },
-          [this] { tuning_.SliderTx_Scroll(); }),
+          [this] { handle([this] { tuning_.SliderTx_Change(); }); }, [this] { tuning_.SliderTx_Scroll(); }),
       mid_(slider(frameKirk_, "SliderMid", {1560, 480, 1455, 375}, 0, 7),
            label(frameKirk_, "LabelMidValue", "0", {2280, 300}, 315),
            [this] { handle([this] { tuning_.SliderMid_Change(); }); }),
-      rx_(slider(frameKirk_, "SliderRx", {3000, 480, 1455, 375}, 0, 7),
+      rx_(
+          slider(frameKirk_, "SliderRx", {3000, 480, 1455, 375}, 0, 7),
           label(frameKirk_, "LabelRxValue", "0", {4080, 300}, 315),
-          [this] { handle([this] { tuning_.SliderRx_Change(); }); },
-          [this] { tuning_.SliderRx_Scroll(); }),
+          [this] { handle([this] { tuning_.SliderRx_Change(); }); }, [this] { tuning_.SliderRx_Scroll(); }),
       sliderDcBalance_(slider(frameKirk_, "SliderDCBalance", {240, 1080, 4095, 375}, 0, 200)),
       labelRssi_(label(frameKirk_, "LabelRssi", "RSSI:", {120, 1560}, 1935)),
       labelDcBal_(label(frameKirk_, "LabelDcBal", "DC Bal:", {3120, 1560}, 1335)),
@@ -87,7 +87,8 @@ QGroupBox* FormCalib::frame(const char* name, const char* caption, QRect twips) 
     return box;
 }
 
-QLabel* FormCalib::label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips) {
+QLabel* FormCalib::label(QWidget* parent, const char* name, const char* caption, QPoint twips,
+                         int widthTwips) {
     QLabel* made = makeLabel(parent, name, caption);
     made->setGeometry(pixels(QRect(twips, QSize(widthTwips, kLabelHeightTwips))));
     return made;
@@ -139,7 +140,8 @@ void FormCalib::buildButtons() {
     textRssiThr_->setMaxLength(kThresholdCharacters);
     textRssiThr_->setAccessibleName(frameRssiThreshold_->title());
     textRssiThr_->setKeyFilter(upToNine);
-    textRssiThr_->onKeyPress([this](char16_t key) { handle([this, key] { tuning_.TextRssiThr_KeyPress(key); }); });
+    textRssiThr_->onKeyPress(
+        [this](char16_t key) { handle([this, key] { tuning_.TextRssiThr_KeyPress(key); }); });
     cmdSetRssiThr_->setGeometry(pixels(QRect(1680, 360, 975, 375)));
     commandOk_->setGeometry(pixels(QRect(3240, 3480, 1455, 375)));
     commandCancel_->setGeometry(pixels(QRect(3240, 3960, 1455, 375)));
@@ -147,12 +149,14 @@ void FormCalib::buildButtons() {
     for (QPushButton* button : {cmdSetRssiThr_, commandOk_, commandCancel_})
         button->setAutoDefault(false);
     const auto onPress = [this](QPushButton* button, void (CalibTuning::*handler)()) {
-        connect(button, &QPushButton::clicked, this, [this, handler] { handle([&] { (tuning_.*handler)(); }); });
+        connect(button, &QPushButton::clicked, this,
+                [this, handler] { handle([&] { (tuning_.*handler)(); }); });
     };
     onPress(cmdSetRssiThr_, &CalibTuning::CmdSetRssiThr_Click);
     onPress(commandOk_, &CalibTuning::CommandOK_Click);
     onPress(commandCancel_, &CalibTuning::CommandCancel_Click);
-    const QList<QWidget*> hooked{commandOk_, commandCancel_, findChild<QSlider*>(QStringLiteral("SliderFmDev")),
+    const QList<QWidget*> hooked{commandOk_, commandCancel_,
+                                 findChild<QSlider*>(QStringLiteral("SliderFmDev")),
                                  findChild<QSlider*>(QStringLiteral("SliderFreqAccr"))};
     for (QWidget* control : hooked)
         control->installEventFilter(this);

@@ -22,8 +22,9 @@ void DectVersion::request() {
         if (reply.find("DECT Version:") == std::string::npos)
             continue;
         // The last character of the line is not part of the version.
-        version_.setText(reply.size() > kVersionAt + 1 ? reply.substr(kVersionAt, reply.size() - kVersionAt - 1)
-                                                       : std::string());
+        version_.setText(reply.size() > kVersionAt + 1
+                             ? reply.substr(kVersionAt, reply.size() - kVersionAt - 1)
+                             : std::string());
         return;
     }
 }

@@ -59,9 +59,10 @@ void SystemId::showParkB(const std::string& parkB) {
     const std::string_view eic = middle(parkB, 2, kEicLength);
     const std::string_view fps = middle(parkB, 8, kFpsLength);
     if (parkB.size() != kParkBLength || !isHexOrBlank(eic) || !isHexOrBlank(fps)) {
-        link_.console().messageBox("\"" + printable(trimmedRight(parkB)) +
-                                       "\" is not a valid System Id.\r\nThe System ID fields were not changed.",
-                                   Icon::critical);
+        link_.console().messageBox(
+            "\"" + printable(trimmedRight(parkB)) +
+                "\" is not a valid System Id.\r\nThe System ID fields were not changed.",
+            Icon::critical);
         return;
     }
     setComponents(rewritten(eic, kEicLength), fpnOf(parkB), rewritten(fps, kFpsLength));
@@ -90,7 +91,8 @@ void SystemId::CommandHpPari_Click() {
         return;
     }
     const auto doubled = static_cast<std::uint32_t>(hexValue(digits) * 2);
-    link_.console().messageBox("HP Test Set Fixed Part PARI:\r\r" + HexPad(doubled, 8) + "0", Icon::information);
+    link_.console().messageBox("HP Test Set Fixed Part PARI:\r\r" + HexPad(doubled, 8) + "0",
+                               Icon::information);
 }
 
 void SystemId::CommandSetSysID_Click() {
@@ -99,8 +101,8 @@ void SystemId::CommandSetSysID_Click() {
         reportIncomplete();
         return;
     }
-    const std::string reply = writeAndReadBack(link_, "Sending System Id to Beltpack...", "# 0643" + parkB,
-                                               "# 0103", kReplyLength);
+    const std::string reply =
+        writeAndReadBack(link_, "Sending System Id to Beltpack...", "# 0643" + parkB, "# 0103", kReplyLength);
     // The PARK B goes out, the PARI is looked for: one with other ends than "1" and "00" fails, and with
     // incomplete components (an empty PARI) every reply passes. Both are intended.
     if (reply.find(pari()) != std::string::npos) {

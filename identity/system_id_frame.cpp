@@ -32,8 +32,8 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
 
     QPushButton* byDefault =
         makeButton(this, "CommandDefault", "Default", "Set the Default/Recommended PARK B");
-    QPushButton* hpPari = makeButton(this, "CommandHpPari", "HP PARI",
-                                     "Get the PARI to be set in the HP DECT Testset");
+    QPushButton* hpPari =
+        makeButton(this, "CommandHpPari", "HP PARI", "Get the PARI to be set in the HP DECT Testset");
     QPushButton* update = makeButton(this, "CommandSetSysID", "Update", "Send System Id to Beltpack");
     onClick(byDefault, [this] { systemId_.CommandDefault_Click(); });
     onClick(hpPari, [this] { systemId_.CommandHpPari_Click(); });
@@ -41,8 +41,10 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
 
     auto* fields = new QGridLayout;
     int column = 0;
-    for (auto [label, edit] : {std::pair<QLabel*, FieldEdit*>{labelEic, textEic_}, {labelFpn, textFpn_},
-                               {labelFps, textFps_}, {labelParkB, textParkB_}}) {
+    for (auto [label, edit] : {std::pair<QLabel*, FieldEdit*>{labelEic, textEic_},
+                               {labelFpn, textFpn_},
+                               {labelFps, textFps_},
+                               {labelParkB, textParkB_}}) {
         fields->addWidget(label, 0, column);
         fields->addWidget(edit, 1, column++);
     }
