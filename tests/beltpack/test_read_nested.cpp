@@ -1,0 +1,133 @@
+#include <QTest>
+
+#include "tests/support/beltpack_bench.h"
+#include "tests/support/rows.h"
+
+using namespace quorvex;
+
+namespace {
+const QString kSuccess = "status green: Settings read from Beltpack successfully.";
+const QString kFailure = "status black: Error communicating with Beltpack.";
+}  // namespace
+
+/// The button stays live while a read waits. A second read runs inside the wait of the first, and both end.
+class TestBeltpackReadNested : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void secondReadInsideTheFirst_data();
+    void secondReadInsideTheFirst();
+    void failedReadInsideAGoodOne();
+    void readInsideTheVersionRequest();
+    void readWhileTheFailureBoxIsOpen();
+    void portChangedInsideARead();
+    void moduleTypeChangedInsideARead();
+};
+
+void TestBeltpackReadNested::secondReadInsideTheFirst_data() {
+    QTest::addColumn<QString>("waitingFor");
+    QTest::addColumn<QStringList>("ends");
+    QTest::newRow("module detection") << "# 0139" << QStringList{kSuccess, kSuccess};
+    QTest::newRow("PSN") << "# 0101" << QStringList{kSuccess, kFailure};
+    QTest::newRow("parameter") << "# 0105" << QStringList{kSuccess, kSuccess};
+    QTest::newRow("calibration") << "# 013D" << QStringList{kSuccess, kFailure};
+}
+
+void TestBeltpackReadNested::secondReadInsideTheFirst() {
+    QFETCH(QString, waitingFor);
+    QFETCH(QStringList, ends);
+    BeltpackBench bench;
+    bench.connectKirk();
+    // Silent once: the first read waits there, the second gets its answer.
+    const QHash<QString, std::string> replies{{"# 0139", "# 02B9A3\r\n"},
+                                              {"# 0101", "# 06810044303039\r\n"},
+                                              {"# 0105", "# 028500\r\n"},
+                                              {"# 013D", "# 02BD21\r\n"}};
+    bench.port.answer(waitingFor.toStdString(), {Reply{}, Reply{replies.value(waitingFor)}});
+    bench.loop.at(500, [&] { bench.read.CommandRdSettingsBp_Click(); });
+    bench.read.CommandRdSettingsBp_Click();
+    QStringList ended;
+    for (const QString& entry : bench.journal.entries()) {
+        if (entry == kSuccess || entry == kFailure)
+            ended.append(entry);
+    }
+    QCOMPARE(ended, ends);
+    QVERIFY(!bench.console.isHourglassUp());
+    // What is left of the inner read's last line end starts the limit of the outer wait anew.
+    QCOMPARE(bench.loop.ticks(), 2500);
+    if (waitingFor == "# 0105")
+        QCOMPARE(shown(bench.image[4].value.str()), "N/A       ");
+    QCOMPARE(shown(bench.image[20].value.str()), "02        ");
+}
+
+void TestBeltpackReadNested::failedReadInsideAGoodOne() {
+    BeltpackBench bench;
+    bench.connectRm5();
+    bench.silence("# 0102");
+    bench.port.answer("# 0101", {Reply{"# 06810044303039\r\n"}, Reply{}});
+    bench.loop.at(1000, [&] { bench.read.CommandRdSettingsBp_Click(); });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entriesOf("box").size(), 1);
+    QCOMPARE(bench.journal.entries().last(), kSuccess);
+    QVERIFY(!bench.console.isHourglassUp());
+    // The second read blanked what the first had; the first goes on from where it waited.
+    QCOMPARE(shown(bench.image[0].value.str()), "          ");
+    QCOMPARE(shown(bench.image[20].value.str()), "02        ");
+}
+
+void TestBeltpackReadNested::readInsideTheVersionRequest() {
+    BeltpackBench bench;
+    bench.connectRm5();
+    bool nested = false;
+    bench.neighbours.onRequestDectVersion = [&] {
+        if (!std::exchange(nested, true))
+            bench.read.CommandRdSettingsBp_Click();
+    };
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entriesOf("status green").size(), 2);
+    QCOMPARE(bench.port.sent().size(), 48U);
+    QVERIFY(!bench.console.isHourglassUp());
+}
+
+void TestBeltpackReadNested::readWhileTheFailureBoxIsOpen() {
+    BeltpackBench bench;
+    bench.console.whileBoxIsShown([&] {
+        bench.connectRm5();
+        bench.read.CommandRdSettingsBp_Click();
+    });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entries().last(), kSuccess);
+    QVERIFY(!bench.console.isHourglassUp());
+    QCOMPARE(shown(bench.image[0].value.str()), "0044303039");
+}
+
+void TestBeltpackReadNested::portChangedInsideARead() {
+    // Another unit on another port from here on: the read asks it for the rest.
+    BeltpackBench bench;
+    bench.connectRm5();
+    bench.silence("# 0102");
+    bench.loop.at(1000, [&] {
+        bench.port.close();
+        bench.port.open(2);
+        bench.setDigits(20, "01");
+    });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entries().last(), kSuccess);
+    QCOMPARE(shown(bench.image[1].value.str()), "N/A       ");
+    QCOMPARE(shown(bench.image[20].value.str()), "01        ");
+}
+
+void TestBeltpackReadNested::moduleTypeChangedInsideARead() {
+    // The type picked in the menu counts from then on, for a read that is under way too.
+    BeltpackBench bench;
+    bench.connectKirk();
+    bench.silence("# 0115");
+    bench.loop.at(1000, [&] { bench.neighbours.holdType(0); });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(shown(bench.freqAccuracy.text()), "5");
+    QCOMPARE(bench.port.sent().size(), 24U);
+    QCOMPARE(bench.journal.entries().last(), kSuccess);
+}
+
+QTEST_APPLESS_MAIN(TestBeltpackReadNested)
+#include "test_read_nested.moc"

@@ -1,0 +1,176 @@
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+#include <QTest>
+#include <csignal>
+
+#include "link/runtime_fault.h"
+#include "tests/beltpack/file_bench.h"
+#include "tests/support/rows.h"
+
+namespace quorvex {
+
+namespace {
+
+/// Lets no file of this program grow past a size: a disk that fills up.
+class SmallDisk {
+public:
+    explicit SmallDisk(rlim_t bytes) {
+        std::signal(SIGXFSZ, SIG_IGN);  // or the program would be ended
+        getrlimit(RLIMIT_FSIZE, &before_);
+        const rlimit small{bytes, before_.rlim_max};
+        setrlimit(RLIMIT_FSIZE, &small);
+    }
+    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
+    SmallDisk(const SmallDisk&) = delete;
+    SmallDisk& operator=(const SmallDisk&) = delete;
+
+private:
+    rlimit before_{};
+};
+
+}  // namespace
+
+/// Files that cannot be read or written. A fault in the middle leaves the file open, and nothing can be
+/// loaded or saved from then on.
+class TestSettingsFileFaults : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cannotBeOpened_data();
+    void cannotBeOpened();
+    void noRights();
+    void emptyFile();
+    void unreadable();
+    void faultWhileShowing();
+    void diskFull();
+    void diskFillsUp_data();
+    void diskFillsUp();
+
+private:
+    static void expectStaysOpen(FileBench& bench);
+    static void expectIsClosed(FileBench& bench);
+};
+
+void TestSettingsFileFaults::expectStaysOpen(FileBench& bench) {
+    const QStringList values = bench.values();
+    const QString whole = bench.make(kWholeFile, "whole.bpc");
+    for (int round = 0; round < 2; ++round) {
+        QCOMPARE(bench.load(whole), kNotLoaded);
+        QCOMPARE(bench.save(whole), kNotSaved);
+        QCOMPARE(bench.save(bench.pathOf("new.bpc")), kNotSaved);
+    }
+    QCOMPARE(bench.values(), values);
+    QCOMPARE(bench.content(whole), kWholeFile);
+    QVERIFY(!QFile::exists(bench.pathOf("new.bpc")));
+}
+
+void TestSettingsFileFaults::expectIsClosed(FileBench& bench) {
+    QCOMPARE(bench.load(bench.make(kWholeFile, "whole.bpc")).last(), kLoaded);
+    QCOMPARE(bench.values(), kWholeValues);
+    QCOMPARE(bench.save(bench.pathOf("new.bpc")), QStringList{kSaved});
+}
+
+void TestSettingsFileFaults::cannotBeOpened_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("canBeCreated");
+    QTest::newRow("missing") << "missing.bpc" << true;
+    QTest::newRow("in a missing folder") << "missing/unit.bpc" << false;
+    QTest::newRow("below a file") << "file/unit.bpc" << false;
+    QTest::newRow("a folder") << "folder" << false;
+    QTest::newRow("the folder itself") << "" << false;
+    QTest::newRow("a pipe") << "pipe" << false;
+    QTest::newRow("a name too long") << QString(300, 'x') << false;
+    QTest::newRow("a link to itself") << "link" << false;
+}
+
+void TestSettingsFileFaults::cannotBeOpened() {
+    QFETCH(QString, name);
+    QFETCH(bool, canBeCreated);
+    FileBench bench;
+    bench.make("", "file");
+    QVERIFY(QDir(bench.folder.path()).mkdir("folder"));
+    QCOMPARE(mkfifo(bench.pathOf("pipe").toLocal8Bit().constData(), 0600), 0);
+    QCOMPARE(symlink("link", bench.pathOf("link").toLocal8Bit().constData()), 0);
+    QCOMPARE(bench.load(bench.pathOf(name)), kNotLoaded);
+    QCOMPARE(bench.values(), QStringList(21, QString(10, ' ')));
+    QCOMPARE(bench.save(bench.pathOf(name)), canBeCreated ? QStringList{kSaved} : kNotSaved);
+    expectIsClosed(bench);
+}
+
+void TestSettingsFileFaults::noRights() {
+    if (geteuid() == 0)
+        QSKIP("root may read and write everything");
+    FileBench bench;
+    const QString path = bench.make(kWholeFile);
+    QVERIFY(QFile::setPermissions(path, {}));
+    QCOMPARE(bench.load(path), kNotLoaded);
+    QCOMPARE(bench.save(path), kNotSaved);
+    QVERIFY(QFile::setPermissions(path, QFile::ReadOwner));
+    QCOMPARE(bench.save(path), kNotSaved);
+    QCOMPARE(bench.content(path), kWholeFile);
+    expectIsClosed(bench);
+}
+
+void TestSettingsFileFaults::emptyFile() {
+    FileBench bench;
+    QCOMPARE(bench.load(bench.make("")), kNotLoaded);
+    QCOMPARE(bench.values(), QStringList(21, QString(10, ' ')));
+    expectStaysOpen(bench);
+}
+
+// Opens well, and fails at its first byte, as a memory stick does that was just pulled.
+void TestSettingsFileFaults::unreadable() {
+    if (!QFile::exists("/proc/self/mem"))
+        QSKIP("no file here that opens and cannot be read");
+    FileBench bench;
+    QCOMPARE(bench.load("/proc/self/mem"), kNotLoaded);
+    expectStaysOpen(bench);
+}
+
+void TestSettingsFileFaults::faultWhileShowing() {
+    FileBench bench;
+    bench.neighbours.onShowSystemId = [] { throw RuntimeFault::overflow(); };
+    const QStringList happened = bench.load(bench.make(kWholeFile));
+    QCOMPARE(happened, refreshed("100000", "100ECE1000", "").mid(0, 6) + kNotLoaded);
+    QCOMPARE(bench.values(), kWholeValues);  // what was read is kept
+    expectStaysOpen(bench);
+}
+
+void TestSettingsFileFaults::diskFull() {
+    if (!QFile::exists("/dev/full"))
+        QSKIP("no full disk here");
+    FileBench bench;
+    QCOMPARE(bench.save("/dev/full"), kNotSaved);
+    expectStaysOpen(bench);
+}
+
+void TestSettingsFileFaults::diskFillsUp_data() {
+    QTest::addColumn<int>("room");
+    QTest::newRow("none") << 0;
+    QTest::newRow("inside the signature") << 3;
+    QTest::newRow("behind the signature") << 7;
+    QTest::newRow("half-way") << 100;
+    QTest::newRow("all but the last byte") << static_cast<int>(kWholeFile.size()) - 1;
+}
+
+void TestSettingsFileFaults::diskFillsUp() {
+    QFETCH(int, room);
+    FileBench bench;
+    for (int i = 0; i <= 20; ++i)
+        bench.image[i].value = kWholeValues[i].toStdString();
+    QStringList happened;
+    {
+        const SmallDisk disk(static_cast<rlim_t>(room));
+        happened = bench.save(bench.pathOf("cut.bpc"));
+    }
+    QCOMPARE(happened, kNotSaved);
+    // What was written stays there.
+    QCOMPARE(bench.content(bench.pathOf("cut.bpc")), kWholeFile.left(room));
+    expectStaysOpen(bench);
+}
+
+}  // namespace quorvex
+
+QTEST_APPLESS_MAIN(quorvex::TestSettingsFileFaults)
+#include "test_settings_file_faults.moc"
