@@ -1,0 +1,106 @@
+#include <stdlib.h>
+
+#include <QApplication>
+#include <algorithm>
+#include <array>
+#include <cstdio>
+#include <exception>
+#include <string>
+#include <string_view>
+#include <thread>
+
+#include "bench/figures.h"
+#include "bench/rows.h"
+
+namespace {
+
+using quorvex::bench::Row;
+
+struct Group {
+    std::string_view name;  ///< as asked for on the command line
+    std::vector<Row> (*measure)();
+};
+
+// In the order of the table. What is still to come: drawing one frame of the remote screen, and the CPU share
+// while frames stream in. Each is one more group here.
+constexpr std::array<Group, 5> kGroups{{
+    {"read", quorvex::bench::readRows},
+    {"exchange", quorvex::bench::exchangeRows},
+    {"wait", quorvex::bench::waitRows},
+    {"idle", quorvex::bench::idleRows},
+    {"start", quorvex::bench::startRows},
+}};
+
+constexpr int kExitFailure = 1;
+constexpr int kExitUsage = 2;
+
+/// Whether `name` was asked for: it stands in `arguments`, or nothing does.
+bool isWanted(std::string_view name, const std::vector<std::string>& arguments) {
+    return arguments.empty() || std::find(arguments.begin(), arguments.end(), name) != arguments.end();
+}
+
+bool isGroup(std::string_view name) {
+    return std::any_of(kGroups.begin(), kGroups.end(),
+                       [name](const Group& group) { return group.name == name; });
+}
+
+int usage(std::FILE* where, int status) {
+    std::string names;
+    for (const Group& group : kGroups)
+        names += " " + std::string(group.name);
+    std::fprintf(
+        where,
+        "Usage: quorvex-bench [group ...]\n\nMeasures what the program costs and prints one table; all "
+        "groups unless some are named.\nGroups:%s\nExit status: 0 when the table could be made, "
+        "whatever it says.\n",
+        names.c_str());
+    return status;
+}
+
+/// What the figures depend on besides the program.
+void printSurroundings() {
+    std::array<double, 1> load{};
+    const bool known = ::getloadavg(load.data(), 1) == 1;
+    std::printf("Qt %s on %s, %u processors, load %s before\n\n", qVersion(),
+                qPrintable(QGuiApplication::platformName()), std::thread::hardware_concurrency(),
+                known ? quorvex::bench::fixed(load[0], 2).c_str() : "unknown");
+    std::fflush(stdout);
+}
+
+int measure(const std::vector<std::string>& arguments) {
+    printSurroundings();
+    std::vector<Row> rows;
+    for (const Group& group : kGroups) {
+        if (!isWanted(group.name, arguments))
+            continue;
+        std::fprintf(stderr, "measuring: %s\n", std::string(group.name).c_str());
+        const std::vector<Row> more = group.measure();
+        rows.insert(rows.end(), more.begin(), more.end());
+    }
+    quorvex::bench::printTable(rows);
+    return 0;
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+    const bool hasScreen =
+        qEnvironmentVariableIsSet("DISPLAY") || qEnvironmentVariableIsSet("WAYLAND_DISPLAY");
+    if (!hasScreen && !qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    // Without a display the toolkit says of every window what it cannot do there.
+    if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
+        qputenv("QT_LOGGING_RULES", "default.warning=false");
+    const QApplication application(argc, argv);
+    const std::vector<std::string> arguments(argv + 1, argv + argc);
+    if (arguments == std::vector<std::string>{"--help"})
+        return usage(stdout, 0);
+    if (!std::all_of(arguments.begin(), arguments.end(), isGroup))
+        return usage(stderr, kExitUsage);
+    try {
+        return measure(arguments);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvex-bench: %s\n", error.what());
+        return kExitFailure;
+    }
+}

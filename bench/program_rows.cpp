@@ -1,0 +1,111 @@
+#include <stdexcept>
+#include <string>
+#include <thread>
+
+#include "bench/bench_top.h"
+#include "bench/child_process.h"
+#include "bench/figures.h"
+#include "bench/rows.h"
+
+namespace quorvex::bench {
+
+namespace {
+
+using namespace std::chrono_literals;
+
+constexpr int kPort = 1;
+constexpr auto kSettles = 500ms;
+constexpr auto kIdles = 10s;
+constexpr int kStarts = 15;
+constexpr double kMostIdleShare = 0.005;
+constexpr double kMostOfEmptyTime = 1.5;
+constexpr double kMostOfEmptyMemory = 1.3;
+
+/// A program with a window, and how long it took from its start until the window was drawn.
+class ShownProgram {
+public:
+    explicit ShownProgram(const std::string& name)
+        : process_(
+              builtProgram(name), {},
+              {"QT_PLUGIN_PATH=" + builtProgram("bench-plugins"), "QT_QPA_GENERIC_PLUGINS=quorvex-shown"}) {
+        const std::string line = process_.readLine();
+        if (!line.starts_with(kShown))
+            throw std::runtime_error(name + " says: " + line);
+        secondsToShown_ = std::stod(line.substr(kShown.size())) / 1e9 - process_.startedAt();
+    }
+
+    ~ShownProgram() { process_.endByInput(); }
+    ShownProgram(const ShownProgram&) = delete;
+    ShownProgram& operator=(const ShownProgram&) = delete;
+
+    double secondsToShown() const { return secondsToShown_; }
+    const ChildProcess& process() const { return process_; }
+
+private:
+    static constexpr std::string_view kShown = "shown ";
+
+    ChildProcess process_;
+    double secondsToShown_ = 0;
+};
+
+/// What several starts of one program gave.
+struct Starts {
+    std::vector<double> seconds;
+    std::vector<double> residentMb;
+    std::vector<double> proportionalMb;
+
+    void add(const std::string& name) {
+        const ShownProgram program(name);
+        std::this_thread::sleep_for(kSettles);
+        const ChildProcess::Memory memory = program.process().memory();
+        seconds.push_back(program.secondsToShown());
+        residentMb.push_back(memory.residentMb);
+        proportionalMb.push_back(memory.proportionalMb);
+    }
+};
+
+std::string megabytes(double mb) {
+    return fixed(mb, 1) + " MB";
+}
+
+}  // namespace
+
+std::vector<Row> idleRows() {
+    BenchTop top;
+    top.addBeltpack(kPort, "rm5");
+    const ShownProgram program("quorvex-config");
+    std::this_thread::sleep_for(kSettles);
+    const double begun = nowSeconds();
+    const double usedBefore = program.process().cpuUsed();
+    std::this_thread::sleep_for(kIdles);
+    const double used = program.process().cpuUsed() - usedBefore;
+    return {shareRow("CPU of the idle program over 10 s", used / (nowSeconds() - begun), milliseconds(used),
+                     kMostIdleShare)};
+}
+
+std::vector<Row> startRows() {
+    BenchTop top;
+    top.addBeltpack(kPort, "rm5");
+    Starts().add(
+        "quorvex-bench-empty-window");  // what is read from the disk for the first time is not counted
+    Starts().add("quorvex-config");
+    Starts program;
+    Starts empty;
+    for (int i = 0; i < kStarts; ++i) {  // in turns, so that other work on the machine meets both
+        empty.add("quorvex-bench-empty-window");
+        program.add("quorvex-config");
+    }
+    const double took = median(program.seconds);
+    const double least = median(empty.seconds);
+    const double holds = median(program.residentMb);
+    const double leastMb = median(empty.residentMb);
+    // Only told: it changes with the number of other programs on the machine that use the same toolkit.
+    const double proportional = median(program.proportionalMb) / median(empty.proportionalMb);
+    return {ratioRow("Time to the shown window, to an empty main window", took / least,
+                     milliseconds(took) + " to " + milliseconds(least), kMostOfEmptyTime),
+            ratioRow("Memory (RSS), to an empty main window", holds / leastMb,
+                     megabytes(holds) + " to " + megabytes(leastMb) + "; PSS " + fixed(proportional, 3),
+                     kMostOfEmptyMemory)};
+}
+
+}  // namespace quorvex::bench

@@ -1,0 +1,68 @@
+#include <unistd.h>
+
+#include <QEvent>
+#include <QGenericPlugin>
+#include <QGuiApplication>
+#include <QSocketNotifier>
+#include <QWindow>
+#include <chrono>
+#include <cinttypes>
+#include <cstdio>
+
+namespace quorvex::bench {
+
+/// Prints "shown" and the monotonic clock in nanoseconds once the first top-level window has been drawn,
+/// then looks no further. Closes the windows when the standard input is closed, for a program that is
+/// killed leaves its port locked and the next start to deal with that. The toolkit loads it into any program
+/// when told to by the environment, so that the program that is measured knows nothing of it.
+class ShownProbe : public QObject {
+public:
+    ShownProbe() : input_(STDIN_FILENO, QSocketNotifier::Read) {
+        QCoreApplication::instance()->installEventFilter(this);
+        connect(&input_, &QSocketNotifier::activated, this, &ShownProbe::closeWindows);
+    }
+
+protected:
+    bool eventFilter(QObject* watched, QEvent* event) override {
+        if (event->type() == QEvent::Expose && watched->isWindowType() && isDrawnNext(watched)) {
+            QCoreApplication::instance()->removeEventFilter(this);
+            // The window is drawn while it handles this event; what is queued now runs after that.
+            QMetaObject::invokeMethod(this, &ShownProbe::report, Qt::QueuedConnection);
+        }
+        return false;
+    }
+
+private:
+    static bool isDrawnNext(QObject* watched) {
+        const auto* window = static_cast<QWindow*>(watched);
+        return window->isTopLevel() && window->isExposed();
+    }
+
+    void closeWindows() {
+        input_.setEnabled(false);
+        for (QWindow* window : QGuiApplication::topLevelWindows())
+            window->close();
+    }
+
+    void report() {
+        const auto now = std::chrono::steady_clock::now().time_since_epoch();
+        std::printf("shown %" PRId64 "\n",
+                    std::int64_t{std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()});
+        std::fflush(stdout);
+    }
+
+    QSocketNotifier input_;
+};
+
+class ShownProbePlugin : public QGenericPlugin {
+    Q_OBJECT
+    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "shown_probe.json")
+public:
+    QObject* create(const QString& /*name*/, const QString& /*specification*/) override {
+        return new ShownProbe;
+    }
+};
+
+}  // namespace quorvex::bench
+
+#include "shown_probe.moc"

@@ -1,0 +1,98 @@
+#include "bench/window_at_work.h"
+
+#include <QAbstractButton>
+#include <QApplication>
+#include <QMessageBox>
+#include <QTimer>
+#include <QWindow>
+#include <exception>
+#include <stdexcept>
+
+#include "bench/figures.h"
+#include "link/guard.h"
+#include "link/latin1.h"
+
+namespace quorvex::bench {
+
+namespace {
+
+constexpr int kBoxCheckMs = 1000;
+constexpr std::int32_t kComesUpWithinMs = 10000;
+constexpr std::int32_t kRestMs = 300;
+
+/// Closes the boxes and dialogs that come up while it lives, so that a failure does not stop the benchmark
+/// for good, and keeps what the first one said. It looks rarely enough to cost nothing.
+class BoxCatcher {
+public:
+    BoxCatcher() {
+        timer_.callOnTimeout([this] { look(); });
+        timer_.start(kBoxCheckMs);
+    }
+
+    void demandNone() const {
+        if (!said_.empty())
+            throw std::runtime_error("The program says: " + said_);
+    }
+
+private:
+    void look() {
+        QWidget* box = QApplication::activeModalWidget();
+        if (box == nullptr)
+            return;
+        const auto* message = qobject_cast<QMessageBox*>(box);
+        if (said_.empty())
+            said_ = (message != nullptr ? message->text() : box->windowTitle()).simplified().toStdString();
+        box->close();
+    }
+
+    QTimer timer_;
+    std::string said_;
+};
+
+}  // namespace
+
+WindowAtWork::WindowAtWork(int number) {
+    store_.save(kComPortKey, std::to_string(number));
+    window_ = std::make_unique<FrmMain>(Machine{counted_, loop_, store_});
+    const BoxCatcher boxes;
+    window_->show();
+    window_->load();
+    boxes.demandNone();
+    const std::int32_t limit = loop_.ticks() + kComesUpWithinMs;
+    while (!window_->windowHandle()->isExposed() && loop_.ticks() < limit)
+        loop_.run(limit);
+    if (!window_->windowHandle()->isExposed())
+        throw std::runtime_error("The main window does not come up.");
+    const std::int32_t rested = loop_.ticks() + kRestMs;
+    while (loop_.ticks() < rested)
+        loop_.run(rested);
+}
+
+void WindowAtWork::click(const std::string& button) {
+    auto* found = window_->findChild<QAbstractButton*>(QString::fromStdString(button));
+    if (found == nullptr)
+        throw std::runtime_error("The main window has no " + button + ".");
+    const BoxCatcher boxes;
+    found->click();
+    boxes.demandNone();
+}
+
+void WindowAtWork::operate(const std::function<void()>& work) {
+    std::exception_ptr failure;
+    guarded([&] {
+        try {
+            work();
+        } catch (...) {
+            failure = std::current_exception();
+        }
+    });
+    if (failure)
+        std::rethrow_exception(failure);
+}
+
+std::string WindowAtWork::statusText() const {
+    const auto* status = window_->findChild<QLabel*>(QStringLiteral("LblStatus"));
+    return status != nullptr ? status->text().toStdString() : std::string();
+}
+
+}  // namespace quorvex::bench

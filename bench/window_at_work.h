@@ -1,0 +1,41 @@
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "app/frm_main.h"
+#include "bench/counting_port.h"
+#include "link/qt_event_loop.h"
+#include "link/qt_serial_port.h"
+#include "link/qt_settings_store.h"
+
+namespace quorvex::bench {
+
+/// The program's main window, shown in this process, on a real port.
+class WindowAtWork {
+public:
+    /// Shows the window, connected to COM`number`, and waits until it is drawn and at rest.
+    /// Throws std::runtime_error when the port does not open or the window does not come up.
+    explicit WindowAtWork(int number);
+
+    /// Clicks the button of that name; returns when what it starts has ended.
+    /// Throws std::runtime_error when a message box comes up.
+    void click(const std::string& button);
+    /// Runs `work` as a handler of the window, so that the remote screen's timer leaves the port to it.
+    /// What it throws comes out here.
+    void operate(const std::function<void()>& work);
+    std::string statusText() const;
+
+    CountingPort& port() { return counted_; }
+    EventLoop& loop() { return loop_; }
+
+private:
+    QtSerialPort port_;
+    CountingPort counted_{port_};
+    QtEventLoop loop_;
+    QtSettingsStore store_;
+    std::unique_ptr<FrmMain> window_;
+};
+
+}  // namespace quorvex::bench
