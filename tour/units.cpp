@@ -1,0 +1,62 @@
+#include "tour/units.h"
+
+namespace quorvex::tour {
+
+QStringList Unit::arguments(const QString& ports) const {
+    QStringList words{kind, "--module", module, "--link", ports + '/' + port, "--pace", "19200"};
+    words << "--version-text" << version;
+    for (const Held& value : values) {
+        if (value.setting)
+            words << "--set" << value.setting;
+    }
+    return words;
+}
+
+const Unit& rm5Beltpack() {
+    static const Unit unit{"COM1",
+                           "beltpack",
+                           "rm5",
+                           {{"01=00000186A0", "TextBeltpackId", "100000"},
+                            {"02=1F", "TextPli", "1F"},
+                            {"03=1123456A00", "TextEic", "1234"},
+                            {nullptr, "TextFpn", "*5*6"},
+                            {nullptr, "TextFps", "A"},
+                            {nullptr, "TextParkB", "1123456A00"},
+                            {"06=01", "checkBattAlarm", "on"},
+                            {"07=01", "optionMICUnBal", "on"},
+                            {nullptr, "optionMICElectret", "off"},
+                            {"0E=03FF000000", "TextRfCarrs", "03FF000000"},
+                            {"10=01", "BPRegulations", "FCC - USA"},
+                            {"15=02", "BPHWRevision", "MX 318825XT"},
+                            {"3C=0A", "TextFreqAccr", "5"},
+                            {"3D=21", "TextFMDev", "33"}},
+                           "4.07"};
+    return unit;
+}
+
+const Unit& kirkBeltpack() {
+    static const Unit unit{"COM2",
+                           "beltpack",
+                           "kirk",
+                           {{"01=00000F4240", "TextBeltpackId", "1000000"},
+                            {"02=12", "TextPli", "12"},
+                            {"03=100ECE2500", "TextEic", "00EC"},
+                            {nullptr, "TextFpn", "*E*2"},
+                            {nullptr, "TextFps", "5"},
+                            {nullptr, "TextParkB", "100ECE2500"},
+                            {"06=00", "checkBattAlarm", "off"},
+                            {"07=02", "optionMICElectret", "on"},
+                            {nullptr, "optionMICUnBal", "off"},
+                            {"0E=0155000000", "TextRfCarrs", "0155000000"},
+                            {"10=02", "BPRegulations", "JDECT - JAPAN"},
+                            {"15=01", "BPHWRevision", "MX 318825"},
+                            {"38=48", "TextRssiThr", "72"},
+                            {"39=0B", "TextFreqAccrRx", "11"},
+                            {"3A=0C", "TextFreqAccrTx", "12"},
+                            {"3C=0D", "TextFreqAccr", "13"},
+                            {"3D=28", "TextFMDev", "40"}},
+                           "5.21"};
+    return unit;
+}
+
+}  // namespace quorvex::tour

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <QStringList>
+#include <vector>
+
+namespace quorvex::tour {
+
+/// One value that a simulated unit is told to hold, and what the window shows of it.
+struct Held {
+    const char* setting;  ///< "NN=HEX" as quorvex-simulator takes it; nullptr: part of the value above
+    const char* control;  ///< objectName of the control that shows it
+    const char* shown;    ///< as Visitor::shows gives it
+};
+
+/// A simulated unit of the tour.
+struct Unit {
+    const char* port;    ///< "COM1"
+    const char* kind;    ///< "beltpack", "antenna"
+    const char* module;  ///< "rm5", "kirk"
+    std::vector<Held> values;
+    const char* version;  ///< DECT firmware version
+
+    /// The command line of quorvex-simulator, its port linked into the folder `ports`.
+    QStringList arguments(const QString& ports) const;
+};
+
+/// The values of these two differ in every control that shows any, so that none can pass for the other's.
+const Unit& rm5Beltpack();
+const Unit& kirkBeltpack();
+
+}  // namespace quorvex::tour
