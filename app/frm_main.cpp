@@ -13,6 +13,7 @@
 #include "link/com_select.h"
 #include "link/guard.h"
 #include "link/latin1.h"
+#include "link/message_box.h"
 #include "link/port_device.h"
 
 namespace quorvex {
@@ -44,7 +45,7 @@ FrmMain::FrmMain(Machine machine)
       startup_(machine.port, portChoice_, rfModule_, *this),
       calibRun_(link_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
-    setWindowTitle(QStringLiteral("Quorvex Config"));
+    setWindowTitle(toQt(kProgramTitle));
     buildMenus();
     beltpackPage_->connectTo(rfModule_, calibRun_);
     antennaPage_->connectTo(rfModule_, calibRun_);

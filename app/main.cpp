@@ -11,7 +11,6 @@
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quorvex-config"));
-    QApplication::setApplicationDisplayName(QStringLiteral("Quorvex Config"));
 
     quorvex::QtEventLoop loop;
     quorvex::QtSerialPort port;

@@ -19,6 +19,10 @@ QMessageBox::Icon toQt(Icon icon) {
     return QMessageBox::NoIcon;
 }
 
+QString fromUtf8(std::string_view text) {
+    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
+}
+
 QWidget* windowInUse() {
     if (QWidget* modal = QApplication::activeModalWidget())
         return modal;
@@ -37,10 +41,9 @@ QWidget* windowInUse() {
 void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     QMessageBox box(windowInUse());
     box.setIcon(toQt(icon));
-    box.setWindowTitle(title.empty() ? QApplication::applicationDisplayName()
-                                     : QString::fromUtf8(title.data(), static_cast<qsizetype>(title.size())));
+    box.setWindowTitle(fromUtf8(title.empty() ? kProgramTitle : title));
     box.setTextFormat(Qt::PlainText);
-    box.setText(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())));
+    box.setText(fromUtf8(text));
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
 }

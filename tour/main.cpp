@@ -3,7 +3,9 @@
 #include <QScreen>
 #include <QTimer>
 #include <cstdio>
+#include <functional>
 #include <list>
+#include <map>
 #include <stdexcept>
 #include <thread>
 
@@ -29,9 +31,9 @@ QDir makeFolder(const QString& path) {
         if (!folder.mkpath(name))
             throw std::runtime_error("Cannot make the folder " + folder.filePath(name).toStdString());
     }
-    const QStringList pictures = folder.entryList({"[0-9][0-9]-*.png"}, QDir::Files);
-    for (const QString& picture : pictures)
-        folder.remove(picture);
+    const QStringList made = folder.entryList({"[0-9][0-9]-*.png", "*.bpc", "*.bmp"}, QDir::Files);
+    for (const QString& file : made)
+        folder.remove(file);
     return QDir(folder.absolutePath());
 }
 
@@ -45,9 +47,15 @@ void holdStill(QWidget& window) {
 
 int takeTour(const QDir& folder) {
     std::list<SimulatedUnit> units;
-    for (const Unit* unit : {&rm5Beltpack(), &kirkBeltpack()})
-        units.emplace_back(QApplication::applicationDirPath() + QStringLiteral("/quorvex-simulator"),
-                           unit->arguments(folder.filePath("ports")));
+    std::map<std::string, std::function<std::string()>> held;
+    const QString ports = folder.filePath("ports");
+    for (const Unit* unit :
+         {&rm5Beltpack(), &kirkBeltpack(), &rm5Antenna(), &kirkAntenna(), &displayBeltpack()}) {
+        const SimulatedUnit& simulated =
+            units.emplace_back(QApplication::applicationDirPath() + QStringLiteral("/quorvex-simulator"),
+                               unit->arguments(ports));
+        held[unit->port] = [&simulated, dump = unit->dump(ports)] { return simulated.holds(dump); };
+    }
 
     QtEventLoop loop;
     QtSerialPort port;
@@ -55,7 +63,8 @@ int takeTour(const QDir& folder) {
     FrmMain window({port, loop, store});
     port.onLost([&window] { window.portLost(); });
     store.onSaveFailed([&window] { window.settingsNotSaved(); });
-    Tour tour(window, folder);
+    Tour tour(window, folder,
+              {folder.path().toStdString(), [&held](const std::string& unitPort) { return held.at(unitPort)(); }});
     setProgramEnd([&tour](int status) { tour.programEnded(status); });
 
     holdStill(window);
@@ -87,7 +96,6 @@ int main(int argc, char** argv) {
         qputenv("XDG_CONFIG_HOME", folder.filePath("config").toLocal8Bit());
         const QApplication application(argc, argv);
         QApplication::setApplicationName(QStringLiteral("quorvex-tour"));
-        QApplication::setApplicationDisplayName(QStringLiteral("Quorvex Config"));
         return takeTour(folder);
     } catch (const std::exception& error) {
         std::fprintf(stderr, "quorvex-tour: %s\n", error.what());

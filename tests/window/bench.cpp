@@ -8,8 +8,6 @@
 namespace quorvex {
 
 Bench::Bench() {
-    // As the program's own main function does.
-    QApplication::setApplicationDisplayName(QStringLiteral("Quorvex Config"));
     qputenv("QUORVEX_PORTS", noPorts.path().toLocal8Bit());
     setProgramEnd([this](int status) { journal.note("end " + QString::number(status)); });
     wire.onLine([this](const QString& line) {
