@@ -35,11 +35,11 @@ EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations,
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
-    column->addWidget(optionMICBal_);
-    column->addWidget(optionMICUnBal_);
-    column->addWidget(optionMICElectret_);
+    // No wider than their captions: a click anywhere on one counts.
+    for (QRadioButton* microphone : {optionMICBal_, optionMICUnBal_, optionMICElectret_})
+        column->addWidget(microphone, 0, Qt::AlignLeft);
     column->addSpacing(6);
-    column->addWidget(checkBattAlarm_);
+    column->addWidget(checkBattAlarm_, 0, Qt::AlignLeft);
     column->addSpacing(6);
     auto* revisionRow = new QHBoxLayout;
     revisionRow->addWidget(revisionLabel);

@@ -38,8 +38,8 @@ FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     buttons->addWidget(ok);
     buttons->addWidget(cancel);
     auto* column = new QVBoxLayout(this);
-    column->addWidget(optionKirk_);
-    column->addWidget(optionRm5_);
+    column->addWidget(optionKirk_, 0, Qt::AlignLeft);
+    column->addWidget(optionRm5_, 0, Qt::AlignLeft);
     column->addWidget(line);
     column->addLayout(buttons);
     column->setSizeConstraint(QLayout::SetFixedSize);

@@ -28,7 +28,7 @@ RfCarriersFrame::RfCarriersFrame(CommandLink& link, SettingsImage& image, QWidge
     grid->addWidget(update, 0, 2);
     grid->addWidget(label, 1, 0);
     grid->addWidget(regulations_, 1, 1, 1, 2);
-    grid->addWidget(fcc, 2, 1, 1, 2);
+    grid->addWidget(fcc, 2, 1, 1, 2, Qt::AlignLeft);
     grid->setColumnStretch(1, 1);
     setTabChain({textRfCarrs_, update, regulations_, fcc});
 }

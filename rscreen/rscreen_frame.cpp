@@ -44,7 +44,7 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
     grid->addWidget(screenDump_, 2, 1, 1, 3);
     grid->addWidget(makeLabel(this, "Label6", "Filename:", screenDumpFName_), 3, 0);
     grid->addWidget(screenDumpFName_, 3, 1, 1, 3);
-    grid->addWidget(autoIncrementOption_, 4, 1);
+    grid->addWidget(autoIncrementOption_, 4, 1, Qt::AlignLeft);
     grid->addWidget(autoIncValText_, 4, 2);
     grid->addWidget(commandScreenDump_, 5, 1, Qt::AlignLeft);
     grid->setColumnStretch(3, 1);
