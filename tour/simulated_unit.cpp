@@ -1,6 +1,9 @@
 #include "tour/simulated_unit.h"
 
 #include <sys/prctl.h>
+
+#include <QFile>
+#include <QTest>
 #include <csignal>
 #include <stdexcept>
 
@@ -21,6 +24,17 @@ SimulatedUnit::SimulatedUnit(const QString& simulator, const QStringList& argume
 SimulatedUnit::~SimulatedUnit() {
     process_.terminate();
     process_.waitForFinished(kEndLimitMs);
+}
+
+std::string SimulatedUnit::holds(const QString& dump) const {
+    QFile::remove(dump);
+    ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1);
+    // The file appears whole, in one step.
+    const bool written = QTest::qWaitFor([&dump] { return QFile::exists(dump); }, kEndLimitMs);
+    QFile file(dump);
+    if (!written || !file.open(QIODevice::ReadOnly))
+        throw std::runtime_error("A simulated unit does not say what it holds.");
+    return file.readAll().toStdString();
 }
 
 void SimulatedUnit::awaitReady() {

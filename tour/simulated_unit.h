@@ -2,6 +2,7 @@
 
 #include <QProcess>
 #include <QStringList>
+#include <string>
 
 namespace quorvex::tour {
 
@@ -13,6 +14,11 @@ public:
     /// sentence if it is not.
     SimulatedUnit(const QString& simulator, const QStringList& arguments);
     ~SimulatedUnit();
+
+    /// What the unit holds: lines "NN=DIGITS". `dump` is the file that it was told to write this to. Throws
+    /// std::runtime_error if it does not.
+    std::string holds(const QString& dump) const;
+
     SimulatedUnit(const SimulatedUnit&) = delete;
     SimulatedUnit& operator=(const SimulatedUnit&) = delete;
 

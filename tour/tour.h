@@ -12,8 +12,8 @@ namespace quorvex::tour {
 /// Works from a thread beside the window's.
 class Tour {
 public:
-    Tour(QMainWindow& window, QDir pictures)
-        : window_(window), pictures_(std::move(pictures)), visitor_(window) {}
+    Tour(QMainWindow& window, QDir pictures, Bench bench)
+        : window_(window), pictures_(std::move(pictures)), visitor_(window, std::move(bench)) {}
 
     /// Stops at the first step that fails, since those after it build on it. Returns the exit status of the
     /// program: 0 if every step went well, else 1.

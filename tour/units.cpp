@@ -9,7 +9,8 @@ QStringList Unit::arguments(const QString& ports) const {
         if (value.setting)
             words << "--set" << value.setting;
     }
-    return words;
+    words << "--dump" << dump(ports);
+    return words + extra;
 }
 
 const Unit& rm5Beltpack() {
@@ -56,6 +57,39 @@ const Unit& kirkBeltpack() {
                             {"3C=0D", "TextFreqAccr", "13"},
                             {"3D=28", "TextFMDev", "40"}},
                            "5.21"};
+    return unit;
+}
+
+const Unit& rm5Antenna() {
+    static const Unit unit{"COM3",
+                           "antenna",
+                           "rm5",
+                           {{"01=15", "TextFmDevA", "21"},
+                            {"02=16", "TextFmDevB", "22"},
+                            {"05=0C", "TextFreqAdjA", "3"},
+                            {"06=03", "TextFreqAdjB", "-4"}},
+                           "2.10"};
+    return unit;
+}
+
+const Unit& kirkAntenna() {
+    static const Unit unit{"COM4",
+                           "antenna",
+                           "kirk",
+                           {{"01=1E", "TextFmDevA", "30"},
+                            {"02=1F", "TextFmDevB", "31"},
+                            {"05=04", "TextFreqAdjA", "4"},
+                            {"07=03", "TextFreqAdjRxA", "3"},
+                            {"09=02", "TextFreqAdjTxA", "2"},
+                            {"06=05", "TextFreqAdjB", "5"},
+                            {"08=06", "TextFreqAdjRxB", "6"},
+                            {"0A=01", "TextFreqAdjTxB", "1"}},
+                           "2.20"};
+    return unit;
+}
+
+const Unit& displayBeltpack() {
+    static const Unit unit{"COM5", "beltpack", "rm5", {}, "4.07", {"--display-rate", "2"}};
     return unit;
 }
 

@@ -20,12 +20,20 @@ struct Unit {
     std::vector<Held> values;
     const char* version;  ///< DECT firmware version
 
+    QStringList extra = {};  ///< further options of quorvex-simulator
+
     /// The command line of quorvex-simulator, its port linked into the folder `ports`.
     QStringList arguments(const QString& ports) const;
+    /// Where the unit writes what it holds when it is asked to.
+    QString dump(const QString& ports) const { return ports + '/' + port + ".held"; }
 };
 
 /// The values of these two differ in every control that shows any, so that none can pass for the other's.
 const Unit& rm5Beltpack();
 const Unit& kirkBeltpack();
+const Unit& rm5Antenna();
+const Unit& kirkAntenna();
+/// A Beltpack that sends its display.
+const Unit& displayBeltpack();
 
 }  // namespace quorvex::tour

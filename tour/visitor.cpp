@@ -220,6 +220,31 @@ void Visitor::waitToSee(const std::string& control, const std::string& shown, Li
         "\"" + shown + "\" in " + control, [&] { return textOf(find(control)) == shown; }, limit);
 }
 
+void Visitor::waitForOther(const std::string& control, const std::string& shown) {
+    waitUntil("another text than \"" + shown + "\" in " + control,
+              [&] { return textOf(find(control)) != shown; });
+}
+
+void Visitor::type(const std::string& control, const std::string& text) {
+    click(control);
+    press(Qt::Key_A, Qt::ControlModifier);
+    ask([&] {
+        QTest::keyClicks(findInReach(control), QString::fromStdString(text));
+        return true;
+    });
+}
+
+bool Visitor::hasBlack(const std::string& control) const {
+    const QImage picture = find(control)->grab().toImage();
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x) {
+            if (picture.pixelColor(x, y) == Qt::black)
+                return true;
+        }
+    }
+    return false;
+}
+
 void Visitor::expectVisible(const std::string& control, bool visible) {
     if (ask([&] { return find(control)->isVisible(); }) != visible)
         throw TourFailure(control + (visible ? " is not in sight." : " is in sight."));

@@ -25,6 +25,13 @@ public:
     using TourFailure::TourFailure;
 };
 
+/// What stands on the visitor's bench besides the window.
+struct Bench {
+    std::string folder;  ///< for the files that the visitor makes; full path
+    /// What the simulated unit on a port ("COM1") holds: lines "NN=DIGITS". Throws std::runtime_error.
+    std::function<std::string(const std::string& port)> unitHolds;
+};
+
 /// A person at the main window, with mouse and keyboard. Lives in a thread of its own, as a person does
 /// beside a program: so a modal dialog or an exchange with a unit holds up the window's handler, but not the
 /// visitor, who then sees and presses what a person would. Controls are named by their objectName; while a
@@ -34,7 +41,9 @@ public:
     using Limit = std::chrono::milliseconds;
     static constexpr Limit kLimit{10'000};
 
-    explicit Visitor(QMainWindow& window) : window_(window) {}
+    Visitor(QMainWindow& window, Bench bench) : window_(window), bench_(std::move(bench)) {}
+
+    const Bench& bench() const { return bench_; }
 
     /// Waits until `holds` (asked in the window's thread); `what` is named if it does not happen in time.
     void waitUntil(const std::string& what, const std::function<bool()>& holds, Limit limit = kLimit);
@@ -49,6 +58,8 @@ public:
     void openMenu(const std::string& menu);
     /// Presses and releases a key; in an open menu an item's access key chooses it.
     void press(Qt::Key key, Qt::KeyboardModifiers modifiers = {});
+    /// Replaces what a field holds by typing.
+    void type(const std::string& control, const std::string& text);
     /// Waits until the main window is on the screen.
     void waitForWindow();
     void waitForDialog(const std::string& dialog);
@@ -60,6 +71,10 @@ public:
     void expect(const std::string& control, const std::string& shown);
     /// Waits until the control shows it.
     void waitToSee(const std::string& control, const std::string& shown, Limit limit = kLimit);
+    /// Waits until the control shows something else than `shown`.
+    void waitForOther(const std::string& control, const std::string& shown);
+    /// Whether a control shows anything in pure black, as a picture does that is not blank.
+    bool hasBlack(const std::string& control) const;
     void expectVisible(const std::string& control, bool visible);
 
     /// Moves the pointer to where nothing answers to it.
@@ -90,6 +105,7 @@ private:
     void clickAt(const std::function<Target()>& place);
 
     QMainWindow& window_;
+    Bench bench_;
 };
 
 }  // namespace quorvex::tour
