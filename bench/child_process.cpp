@@ -25,6 +25,7 @@ constexpr int kEndLimitMs = 3000;
 
 std::vector<char*> pointersTo(std::vector<std::string>& texts) {
     std::vector<char*> pointers;
+    pointers.reserve(texts.size() + 1);
     for (std::string& text : texts)
         pointers.push_back(text.data());
     pointers.push_back(nullptr);
@@ -109,7 +110,7 @@ std::string ChildProcess::readLine() {
             throw std::runtime_error(name_ + " has ended too early.");
         unread_.append(bytes.data(), static_cast<std::size_t>(count));
     }
-    const std::string line = unread_.substr(0, end);
+    std::string line = unread_.substr(0, end);
     unread_.erase(0, end + 1);
     return line;
 }

@@ -4,6 +4,7 @@
 #include <QGenericPlugin>
 #include <QGuiApplication>
 #include <QSocketNotifier>
+#include <QTimer>
 #include <QWindow>
 #include <chrono>
 #include <cinttypes>
@@ -27,7 +28,7 @@ protected:
         if (event->type() == QEvent::Expose && watched->isWindowType() && isDrawnNext(watched)) {
             QCoreApplication::instance()->removeEventFilter(this);
             // The window is drawn while it handles this event; what is queued now runs after that.
-            QMetaObject::invokeMethod(this, &ShownProbe::report, Qt::QueuedConnection);
+            QTimer::singleShot(0, this, &ShownProbe::report);
         }
         return false;
     }
