@@ -1,6 +1,7 @@
 #include "beltpack/form_cfg_summary.h"
 
 #include <QHBoxLayout>
+#include <QScrollBar>
 #include <QTextEdit>
 #include <QVBoxLayout>
 #include <QtMath>
@@ -14,10 +15,12 @@ namespace {
 
 /// Lets `edit` show its whole text without scrolling.
 void fitToText(QTextEdit* edit) {
-    const QSizeF text = edit->document()->size();
-    constexpr int kSpare = 6;  // so that rounding never brings a scroll bar up
-    const int frame = 2 * edit->frameWidth() + kSpare;
-    edit->setMinimumSize(qCeil(text.width()) + frame, qCeil(text.height()) + frame);
+    edit->ensurePolished();
+    QTextDocument* text = edit->document();
+    text->setDefaultFont(edit->font());
+    // Room for the frame, and enough to spare that no scroll bar comes up and takes the room of the other.
+    const int spare = 2 * edit->frameWidth() + edit->verticalScrollBar()->sizeHint().width();
+    edit->setMinimumSize(qCeil(text->idealWidth()) + spare, qCeil(text->size().height()) + spare);
 }
 
 }  // namespace

@@ -63,8 +63,9 @@ int takeTour(const QDir& folder) {
     FrmMain window({port, loop, store});
     port.onLost([&window] { window.portLost(); });
     store.onSaveFailed([&window] { window.settingsNotSaved(); });
-    Tour tour(window, folder,
-              {folder.path().toStdString(), [&held](const std::string& unitPort) { return held.at(unitPort)(); }});
+    Tour tour(window, folder, {folder.path().toStdString(), [&held](const std::string& unitPort) {
+                                   return held.at(unitPort)();
+                               }});
     setProgramEnd([&tour](int status) { tour.programEnded(status); });
 
     holdStill(window);
