@@ -1,5 +1,7 @@
 #include "beltpack/production_values.h"
 
+#include <cmath>
+
 #include "link/number_text.h"
 
 namespace quorvex {
@@ -31,13 +33,13 @@ ProductionValues::ProductionValues(CommandLink& link, SettingsImage& image, Belt
 void ProductionValues::buttonSetProdSettiings_Click() {
     const Parameter& featureMap = image_[Image::kFeatureMap];
     if (strictNumber(featureMap.available.str()) == 1)
-        fill(toInt32(decimalValue(featureMap.value.str())));
+        fill(std::nearbyint(decimalValue(featureMap.value.str())));
     write_.CommandWrite_Click();
     // Sent whatever became of the write, as intended.
     link_.serialSendString("# 027E" + HexPad(1, 2));
 }
 
-void ProductionValues::fill(int revision) {
+void ProductionValues::fill(double revision) {
     if (revision < 0 || revision > 2)
         return;
     for (const Row& row : kValues) {

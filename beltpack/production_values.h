@@ -15,7 +15,8 @@ public:
     void buttonSetProdSettiings_Click();
 
 private:
-    void fill(int revision);
+    /// `revision`: a whole number; only 0, 1 and 2 have values.
+    void fill(double revision);
 
     CommandLink& link_;
     SettingsImage& image_;

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileDialog>
+#include <QFileSystemModel>
 
 #include "link/latin1.h"
 
@@ -34,6 +35,11 @@ FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpos
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilters(nameFilters(settings.filter));
+    // To the toolkit "*.*" is a name with a dot in it; here it means every file.
+    QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
+        if (filter.contains(QLatin1String("(*.*)")))
+            dialog.findChild<QFileSystemModel*>()->setNameFilters({QStringLiteral("*")});
+    });
     if (purpose == Purpose::saving) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);

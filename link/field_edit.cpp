@@ -1,5 +1,6 @@
 #include "link/field_edit.h"
 
+#include <QInputMethodEvent>
 #include <QKeyEvent>
 
 #include "link/guard.h"
@@ -25,9 +26,10 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const char16_t passed = filter_ ? filter_(typed) : typed;
-    if (keyPress_)
-        guarded([this, passed] { keyPress_(passed); });
+    const bool isShortcut = event->modifiers() & Qt::ControlModifier && typed != kEnter;
+    const char16_t passed = isShortcut ? typed : pass(typed);
+    if (isShortcut && keyPress_)
+        guarded([this] { keyPress_(0); });
     if (passed == typed) {
         QLineEdit::keyPressEvent(event);
     } else if (passed != 0) {
@@ -35,6 +37,25 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
                           event->isAutoRepeat());
         QLineEdit::keyPressEvent(&changed);
     }
+}
+
+char16_t FieldEdit::pass(char16_t typed) {
+    const char16_t passed = filter_ ? filter_(typed) : typed;
+    if (keyPress_)
+        guarded([this, passed] { keyPress_(passed); });
+    return passed;
+}
+
+void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
+    // Characters composed of several keys are typed too.
+    QString text;
+    for (const QChar typed : event->commitString()) {
+        if (const char16_t passed = pass(typed.unicode()))
+            text += QChar(passed);
+    }
+    QInputMethodEvent filtered(event->preeditString(), event->attributes());
+    filtered.setCommitString(text, event->replacementStart(), event->replacementLength());
+    QLineEdit::inputMethodEvent(&filtered);
 }
 
 void FieldEdit::keyReleaseEvent(QKeyEvent* event) {

@@ -22,8 +22,12 @@ public:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void keyReleaseEvent(QKeyEvent* event) override;
+    void inputMethodEvent(QInputMethodEvent* event) override;
 
 private:
+    /// The character as the filter leaves it, after the handler has been told.
+    char16_t pass(char16_t typed);
+
     char16_t (*filter_)(char16_t) = nullptr;
     std::function<void(char16_t)> keyPress_;
     std::function<void()> keyUp_;
