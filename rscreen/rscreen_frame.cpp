@@ -1,5 +1,6 @@
 #include "rscreen/rscreen_frame.h"
 
+#include <QBuffer>
 #include <QGridLayout>
 #include <QSaveFile>
 #include <chrono>
@@ -65,10 +66,22 @@ bool RScreenFrame::isPortInUse() const {
 
 std::string RScreenFrame::savePicture(const std::string& path) {
     const QString name = QString::fromStdString(path);
+    QBuffer bitmap;
+    bitmap.open(QIODevice::WriteOnly);
+    picture_->image().save(&bitmap, "BMP");
     QSaveFile file(name);
-    if (file.open(QIODevice::WriteOnly) && picture_->image().save(&file, "BMP") && file.commit())
+    // Only a file that took every byte replaces the one of its name.
+    const bool whole =
+        file.open(QIODevice::WriteOnly) && file.write(bitmap.data()) == bitmap.size() && file.flush();
+    // The toolkit has no words for a file that ends too early.
+    const bool told =
+        !whole && file.error() != QFileDevice::NoError && file.error() != QFileDevice::WriteError;
+    if (whole && file.size() == bitmap.size() && file.commit())
         return {};
-    return (name + QStringLiteral("\r\n") + file.errorString()).toStdString();
+    const QString problem = told ? file.errorString()
+                                 : QStringLiteral("The disk did not take the whole picture; it may be full.");
+    file.cancelWriting();
+    return (name + QStringLiteral("\r\n") + problem).toStdString();
 }
 
 }  // namespace quorvex

@@ -6,12 +6,14 @@ namespace quorvex {
 
 namespace {
 
-constexpr QSize kDisplay{kScreenLineBytes * 8, kScreenLines};
-constexpr QSize kPicture = kDisplay * kScreenScale;
+constexpr QSize kPicture{kScreenLineBytes * 8 * kScreenScale, kScreenLines* kScreenScale};
+constexpr QRgb kBlackPixel = qRgb(0, 0, 0);
+constexpr QRgb kGreenPixel = qRgb(0, 255, 0);
 
 }  // namespace
 
-RScreenPicture::RScreenPicture(QWidget* parent) : QWidget(parent) {
+RScreenPicture::RScreenPicture(QWidget* parent) : QWidget(parent), image_(kPicture, QImage::Format_RGB32) {
+    draw();
     setObjectName(QStringLiteral("Picture1"));
     setFixedSize(kPicture);
     setAttribute(Qt::WA_OpaquePaintEvent);
@@ -21,22 +23,24 @@ void RScreenPicture::show(const ScreenBits& bits) {
     if (bits == bits_)
         return;
     bits_ = bits;
+    draw();
     update();
 }
 
-QImage RScreenPicture::display() const {
-    // The bytes are a one-bit image as they stand.
-    QImage image(bits_.data(), kDisplay.width(), kDisplay.height(), kScreenLineBytes, QImage::Format_Mono);
-    image.setColorTable({qRgb(0, 255, 0), qRgb(0, 0, 0)});
-    return image;
-}
-
-QImage RScreenPicture::image() const {
-    return display().convertToFormat(QImage::Format_RGB32).scaled(kPicture);
+void RScreenPicture::draw() {
+    for (int y = 0; y < kPicture.height(); ++y) {
+        auto* line = reinterpret_cast<QRgb*>(image_.scanLine(y));
+        const int firstByte = y / kScreenScale * kScreenLineBytes;
+        for (int x = 0; x < kPicture.width(); ++x) {
+            const int column = x / kScreenScale;
+            const int byte = bits_[static_cast<std::size_t>(firstByte + column / 8)];
+            line[x] = (byte & (0x80 >> column % 8)) != 0 ? kBlackPixel : kGreenPixel;
+        }
+    }
 }
 
 void RScreenPicture::paintEvent(QPaintEvent*) {
-    QPainter(this).drawImage(rect(), display());
+    QPainter(this).drawImage(0, 0, image_);
 }
 
 }  // namespace quorvex

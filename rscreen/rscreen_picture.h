@@ -14,15 +14,16 @@ public:
 
     void show(const ScreenBits& bits);
     /// The picture as shown, 256 x 66 pixels.
-    QImage image() const;
+    QImage image() const { return image_; }
 
 protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    QImage display() const;
+    void draw();
 
     ScreenBits bits_{};
+    QImage image_;
 };
 
 }  // namespace quorvex
