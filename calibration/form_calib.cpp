@@ -136,7 +136,9 @@ void FormCalib::drawScale() {
 }
 
 void FormCalib::buildButtons() {
-    textRssiThr_->setGeometry(pixels(QRect(120, 360, 1335, 375)));
+    const QRect field = pixels(QRect(120, 360, 1335, 375));
+    textRssiThr_->setFixedSize(field.size());
+    textRssiThr_->move(field.topLeft());
     textRssiThr_->setMaxLength(kThresholdCharacters);
     textRssiThr_->setAccessibleName(frameRssiThreshold_->title());
     textRssiThr_->setKeyFilter(upToNine);
