@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QImage>
+#include <QTimer>
+
+#include "rscreen/rscreen_picture.h"
+#include "simulator/beltpack.h"
+#include "tests/rscreen/frames.h"
+#include "tests/window/bench.h"
+
+namespace quorvex {
+
+/// A Beltpack that also sends what a test gives it.
+class TalkingBeltpack : public sim::Beltpack {
+public:
+    using Beltpack::Beltpack;
+    void say(const QByteArray& bytes, std::int64_t atMs) { send(bytes.toStdString(), "test bytes", atMs); }
+};
+
+/// The page "R-Screen" of the main window on a bench. The window's timer runs there as ever, by the real
+/// clock; tick() adds a tick of it at a moment that a test can choose.
+class ScreenPage {
+public:
+    /// Shows the window; the page in front is still the first one.
+    ScreenPage();
+
+    Bench bench;
+
+    void toFront() { bench.clickTab(QStringLiteral("R-Screen")); }
+    RScreenPicture& picture() { return dynamic_cast<RScreenPicture&>(bench.control("Picture1")); }
+    QTimer& timer();
+    void tick();
+    /// Puts `bytes` into the program's receive buffer.
+    void receive(const QByteArray& bytes);
+    /// A whole frame and the tick that shows it.
+    void show(const QByteArray& picture);
+    /// Clicks into a field and types `text` over what it holds.
+    void type(const QString& field, const QString& text);
+
+    /// What a picture of these 512 bytes looks like: 256 x 66 pixels, black and green.
+    static QImage drawn(const QByteArray& picture);
+
+private:
+    TalkingBeltpack unit_{kRm5};
+};
+
+}  // namespace quorvex

@@ -1,0 +1,232 @@
+#include <QTest>
+
+#include "link/runtime_fault.h"
+#include "tests/rscreen/screen_bench.h"
+
+namespace quorvex {
+
+namespace {
+
+/// Longer than this, and the window no longer feels alive.
+constexpr int kSluggishMs = 50;
+const QByteArray kNothingShown(kFrameBytes, '\0');
+
+}  // namespace
+
+/// Ticks that fall into something else: a capture that waits, another operation on the port.
+class TestTicks : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void tickWhileOneWaits();
+    void tickWhileOneWaitsLeavesAMarkerAlone();
+    void tickAfterOneThatWaited();
+    void portInUse();
+    void operationInsideAFrame_data();
+    void operationInsideAFrame();
+    void operationWithoutAnswerInsideAFrame();
+    void severalCommandsInsideAFrame();
+    void deedWithoutCommandInsideAFrame();
+    void operationAfterTheFrame();
+    void faultDoesNotShutTheGate();
+    void windowLivesAtFullLineSpeed();
+};
+
+void TestTicks::tickWhileOneWaits() {
+    ScreenBench at;
+    const QByteArray bits = pictureBytes(1);
+    at.receive("sync" + bits.first(100));
+    bool innerWhole = true;
+    QByteArray paintedInside;
+    int readInside = -1;
+    at.loop.at(250, [&] {
+        const int before = at.port.readCount();
+        innerWhole = at.tick();
+        paintedInside = at.shownFrame();
+        readInside = at.port.readCount() - before;
+    });
+    at.receiveAt(400, bits.sliced(100));
+    QVERIFY(at.tick());
+    QVERIFY(!innerWhole);
+    QCOMPARE(readInside, 0);
+    QCOMPARE(paintedInside, mixed(bits.first(100), kNothingShown));  // the tick repaints all the same
+    QCOMPARE(at.shownFrame(), bits);
+    QCOMPARE(at.loop.ticks(), 400);
+}
+
+// What looks like a marker there is part of the frame that is being received.
+void TestTicks::tickWhileOneWaitsLeavesAMarkerAlone() {
+    ScreenBench at;
+    QByteArray bits = pictureBytes(1);
+    bits.replace(200, 4, "sync");
+    at.receive("sync" + bits.first(200));
+    at.receiveAt(250, bits.sliced(200, 100));
+    at.loop.at(250, [&] { at.tick(); });  // with those characters waiting
+    at.receiveAt(300, bits.sliced(300));
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), bits);
+}
+
+void TestTicks::tickAfterOneThatWaited() {
+    ScreenBench at;
+    const QByteArray bits = pictureBytes(1);
+    at.receive("sync" + bits.first(1));
+    at.loop.at(250, [&] { at.tick(); });
+    at.loop.at(500, [&] { at.tick(); });
+    at.receiveAt(600, bits.sliced(1));
+    QVERIFY(at.tick());
+    at.receive(frame(2));
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), pictureBytes(2));
+}
+
+void TestTicks::portInUse() {
+    ScreenBench at;
+    at.receive(frame(1));
+    at.tick();
+    at.window.portInUse = true;
+    const int reads = at.port.readCount();
+    at.receive("# 02821F\r\n" + frame(2));
+    QVERIFY(!at.tick());
+    QCOMPARE(at.port.readCount(), reads);
+    QCOMPARE(at.window.painted.size(), 2);
+    QCOMPARE(at.shownFrame(), pictureBytes(1));
+    at.window.portInUse = false;
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), pictureBytes(2));
+}
+
+void TestTicks::operationInsideAFrame_data() {
+    QTest::addColumn<int>("received");    // bytes of the frame before the operation
+    QTest::addColumn<int>("replyAfter");  // ms
+    QTest::addColumn<int>("replyGap");    // ms
+    QTest::addColumn<bool>("restFirst");  // whether the rest of the frame comes before the reply
+    QTest::newRow("at once") << 100 << 0 << 0 << false;
+    QTest::newRow("after a while") << 100 << 80 << 0 << false;
+    QTest::newRow("byte by byte") << 100 << 80 << 5 << false;
+    QTest::newRow("longer than some ticks") << 100 << 1500 << 0 << false;
+    QTest::newRow("behind the rest of the frame") << 100 << 300 << 1 << true;
+    QTest::newRow("one byte of the frame") << 1 << 80 << 1 << false;
+    QTest::newRow("all but one byte of it") << 511 << 80 << 1 << false;
+}
+
+void TestTicks::operationInsideAFrame() {
+    QFETCH(int, received);
+    QFETCH(int, replyAfter);
+    QFETCH(int, replyGap);
+    QFETCH(bool, restFirst);
+    ScreenBench at;
+    at.port.answer("# 0102", {Reply{"# 02821F\r\n", replyAfter, replyGap}});
+    const QByteArray bits(kFrameBytes, '.');  // without a character that begins a reply
+    at.receive("sync" + bits.first(received));
+    QString reply;
+    at.loop.at(100, [&] {
+        at.window.portInUse = true;
+        at.link.serialSendString("# 0102");
+        reply = shown(at.link.serialGetResponseChars(2, 8));
+        at.window.portInUse = false;
+    });
+    for (int tick = 250; tick < 2000; tick += 250)
+        at.loop.at(tick, [&] { at.tick(); });
+    at.receiveAt(restFirst ? 150 : 1700, bits.sliced(received));
+    QVERIFY(!at.tick());
+    QCOMPARE(reply, "# 02821F");
+    QCOMPARE(at.shownFrame(), mixed(bits.first(received), kNothingShown));
+
+    // The rest of it is nobody's; the next frame is whole again.
+    at.loop.advance(2000);
+    at.loop.run(at.loop.ticks());
+    at.receive(frame(3));
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), pictureBytes(3));
+}
+
+void TestTicks::operationWithoutAnswerInsideAFrame() {
+    ScreenBench at;
+    at.receive("sync" + pictureBytes(1).first(100));
+    QString reply;
+    at.loop.at(100, [&] {
+        at.link.serialSendString("# 0102");
+        reply = shown(at.link.serialGetResponseChars(2, 8));
+    });
+    at.receiveAt(5000, frame(2));
+    QVERIFY(!at.tick());
+    QCOMPARE(reply, "Error");
+    // The frame is given up at the latest when something comes, and nothing of that is taken.
+    QVERIFY(at.loop.ticks() <= 5000);
+    at.loop.advance(5000);
+    at.loop.run(at.loop.ticks());
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), pictureBytes(2));
+}
+
+void TestTicks::severalCommandsInsideAFrame() {
+    ScreenBench at;
+    at.port.answer("# 0101", {Reply{"# 068100443186A0\r\n", 20, 1}});
+    at.port.answer("# 0102", {Reply{"# 02821F\r\n", 20, 1}});
+    at.port.answer("! 0108", {Reply{"!DECT Version:4.07;\r\n", 20, 1}});
+    at.receive("sync" + pictureBytes(1).first(100));
+    QStringList replies;
+    at.loop.at(100, [&] {
+        at.link.serialSendString("# 0101");
+        replies << shown(at.link.serialGetResponseChars(2, 16));
+        at.link.serialSendString("# 0102");
+        replies << shown(at.link.serialGetResponseChars(2, 8));
+        at.link.serialSendString("! 0108");
+        replies << shown(at.link.serialGetResponse(1, '\r'));
+    });
+    QVERIFY(!at.tick());
+    QCOMPARE(replies, QStringList({"# 068100443186A0", "# 02821F", "!DECT Version:4.07;"}));
+}
+
+// A box that opens meanwhile sends nothing; the frame is received to its end behind it.
+void TestTicks::deedWithoutCommandInsideAFrame() {
+    ScreenBench at;
+    const QByteArray bits = pictureBytes(1);
+    at.receive("sync" + bits.first(100));
+    at.loop.at(100, [&] { at.console.messageBox("About", Icon::information, {}); });
+    at.receiveAt(300, bits.sliced(100));
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), bits);
+}
+
+void TestTicks::operationAfterTheFrame() {
+    ScreenBench at;
+    at.port.answer("# 0102", "# 02821F\r\n");
+    at.receive(frame(1));
+    QVERIFY(at.tick());
+    at.link.serialSendString("# 0102");
+    QCOMPARE(shown(at.link.serialGetResponseChars(2, 8)), "# 02821F");
+    at.receive(frame(2));
+    QVERIFY(at.tick());  // past the line end of the reply
+    QCOMPARE(at.shownFrame(), pictureBytes(2));
+}
+
+// Where the tick count ends within the limit, every tick that receives says so, not the first one alone.
+void TestTicks::faultDoesNotShutTheGate() {
+    ScreenBench at(std::numeric_limits<std::int32_t>::max() - 9'999'999);
+    for (int attempt = 0; attempt < 2; ++attempt) {
+        at.receive("sync" + pictureBytes(1).first(10));
+        int fault = 0;
+        try {
+            at.tick();
+        } catch (const RuntimeFault& thrown) {
+            fault = thrown.number();
+        }
+        QCOMPARE(fault, 6);
+    }
+}
+
+void TestTicks::windowLivesAtFullLineSpeed() {
+    ScreenBench at;
+    at.port.flood("syncx", 2);  // about 19200 baud, never a pause
+    QVERIFY(at.tick());
+    QVERIFY(at.loop.ticks() >= kFrameBytes / 2);
+    QVERIFY2(at.loop.turns() >= at.loop.ticks() / kSluggishMs, "the window never got its turn");
+    QVERIFY2(at.loop.longestPause() <= kSluggishMs, qPrintable(QString::number(at.loop.longestPause())));
+}
+
+}  // namespace quorvex
+
+QTEST_APPLESS_MAIN(quorvex::TestTicks)
+#include "test_ticks.moc"
