@@ -103,6 +103,7 @@ void TestCalibTuningButtons::checks_data() {
     QTest::newRow("a record alone") << record << false;
     QTest::newRow("cut short") << QByteArray("# 02821") << false;
     QTest::newRow("another length") << QByteArray("# 0382AA\r\n") << false;
+    QTest::newRow("a number out of reach") << QByteArray("# 02911F\r\n") << false;
     QTest::newRow("another family") << QByteArray("! 02821F\r\n") << false;
     QTest::newRow("the command's echo") << QByteArray("# 0102\r\n") << false;
 }
