@@ -1,0 +1,40 @@
+#pragma once
+
+#include <QByteArray>
+#include <QProcess>
+#include <QStringList>
+
+namespace quorvex {
+
+/// A simulated unit in a process of its own, and what passed between it and the
+/// program.
+class UnitProcess {
+public:
+    struct Line {
+        qint64 atMs;
+        QString text;  ///< "> " received, "< " sent, "* " a note, and the line
+    };
+
+    /// `arguments` without --link and --traffic. Returns when the unit is ready
+    /// on `link`.
+    UnitProcess(const QStringList& arguments, const QString& link);
+    ~UnitProcess();
+
+    bool isReady() const { return ready_; }
+    /// Everything so far, in order.
+    const QList<Line>& traffic();
+    /// The lines that the program has sent so far.
+    QStringList received();
+    /// Lines both ways so far, "> ..." and "< ...".
+    QStringList exchanged();
+    void forget();
+    /// Ends at once, as a unit whose cable is pulled; its link stays.
+    void pull();
+
+private:
+    QProcess process_;
+    QList<Line> traffic_;
+    bool ready_ = false;
+};
+
+}  // namespace quorvex
