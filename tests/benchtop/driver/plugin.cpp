@@ -10,7 +10,7 @@ class DriverPlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "driver.json")
 public:
-    QObject* create(const QString& /*name*/, const QString& /*specification*/) override { return new Driver; }
+    QObject* create(const QString& /*key*/, const QString& /*options*/) override { return new Driver; }
 };
 
 }  // namespace quorvex
