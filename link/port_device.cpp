@@ -35,19 +35,6 @@ PortDevice nthOnMachine(int number) {
     return device;
 }
 
-PortDevice locate(int number) {
-    const QString name = QStringLiteral("COM%1").arg(number);
-#ifdef Q_OS_WIN
-    return {name, name, {}};
-#else
-    const QString folder = qEnvironmentVariable("QUORVEX_PORTS");
-    if (!folder.isEmpty())
-        return atLink(folder + QLatin1Char('/') + name);
-    const QString system = QStringLiteral("/dev/quorvex/") + name;
-    return QFileInfo::exists(system) ? atLink(system) : nthOnMachine(number);
-#endif
-}
-
 QString problemOf(const PortDevice& device) {
     if (device.path.isEmpty())
         return QStringLiteral("Absent: connect the adapter, or choose another port.");
@@ -66,13 +53,21 @@ QString problemOf(const PortDevice& device) {
 
 QString PortDevice::description() const {
     const QString where = path.isEmpty() ? asked : path;
+    const QString problem = problemOf(*this);
     return problem.isEmpty() ? where : where + QLatin1Char('\n') + problem;
 }
 
 PortDevice findPortDevice(int number) {
-    PortDevice device = locate(number);
-    device.problem = problemOf(device);
-    return device;
+    const QString name = QStringLiteral("COM%1").arg(number);
+#ifdef Q_OS_WIN
+    return {name, name};
+#else
+    const QString folder = qEnvironmentVariable("QUORVEX_PORTS");
+    if (!folder.isEmpty())
+        return atLink(folder + QLatin1Char('/') + name);
+    const QString system = QStringLiteral("/dev/quorvex/") + name;
+    return QFileInfo::exists(system) ? atLink(system) : nthOnMachine(number);
+#endif
 }
 
 }  // namespace quorvex

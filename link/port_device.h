@@ -4,13 +4,13 @@
 
 namespace quorvex {
 
-/// The device behind a port number, and what stands in the way of opening it.
+/// The device behind a port number.
 struct PortDevice {
-    QString path;     ///< links resolved; empty when there is no such device
-    QString asked;    ///< where it was looked for, for the operator
-    QString problem;  ///< why it cannot be opened and what to do, empty when nothing is known against it
+    QString path;   ///< links resolved; empty when there is no such device
+    QString asked;  ///< where it was looked for, for the operator
 
-    /// One or two lines for a hover text.
+    /// One or two lines for a hover text: which device it is, and when something stands in the way of opening
+    /// it what that is and what to do. Looks through the machine's processes, so it takes its time.
     QString description() const;
 };
 
