@@ -59,9 +59,7 @@ class ShownProbePlugin : public QGenericPlugin {
     Q_OBJECT
     Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "shown_probe.json")
 public:
-    QObject* create(const QString& /*key*/, const QString& /*options*/) override {
-        return new ShownProbe;
-    }
+    QObject* create(const QString& /*key*/, const QString& /*options*/) override { return new ShownProbe; }
 };
 
 }  // namespace quorvex::bench
