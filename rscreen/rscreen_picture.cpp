@@ -30,10 +30,10 @@ void RScreenPicture::show(const ScreenBits& bits) {
 void RScreenPicture::draw() {
     for (int y = 0; y < kPicture.height(); ++y) {
         auto* line = reinterpret_cast<QRgb*>(image_.scanLine(y));
-        const int firstByte = y / kScreenScale * kScreenLineBytes;
+        const std::uint8_t* bytes = bits_.data() + y / kScreenScale * kScreenLineBytes;
         for (int x = 0; x < kPicture.width(); ++x) {
             const int column = x / kScreenScale;
-            const int byte = bits_[static_cast<std::size_t>(firstByte + column / 8)];
+            const int byte = bytes[column / 8];
             line[x] = (byte & (0x80 >> column % 8)) != 0 ? kBlackPixel : kGreenPixel;
         }
     }
