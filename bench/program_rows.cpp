@@ -24,9 +24,9 @@ constexpr double kMostOfEmptyMemory = 1.3;
 /// A program with a window, and how long it took from its start until the window was drawn.
 class ShownProgram {
 public:
-    explicit ShownProgram(const std::string& name)
+    explicit ShownProgram(const std::string& name, const std::vector<std::string>& arguments = {})
         : process_(
-              builtProgram(name), {},
+              builtProgram(name), arguments,
               {"QT_PLUGIN_PATH=" + builtProgram("bench-plugins"), "QT_QPA_GENERIC_PLUGINS=quorvex-shown"}) {
         const std::string line = process_.readLine();
         if (!line.starts_with(kShown))
@@ -54,8 +54,8 @@ struct Starts {
     std::vector<double> residentMb;
     std::vector<double> proportionalMb;
 
-    void add(const std::string& name) {
-        const ShownProgram program(name);
+    void add(const std::string& name, const std::vector<std::string>& arguments = {}) {
+        const ShownProgram program(name, arguments);
         std::this_thread::sleep_for(kSettles);
         const ChildProcess::Memory memory = program.process().memory();
         seconds.push_back(program.secondsToShown());
@@ -91,21 +91,27 @@ std::vector<Row> startRows() {
     Starts().add("quorvex-config");
     Starts program;
     Starts empty;
+    Starts oneMenu;
     for (int i = 0; i < kStarts; ++i) {  // in turns, so that other work on the machine meets both
         empty.add("quorvex-bench-empty-window");
+        oneMenu.add("quorvex-bench-empty-window", {"menu"});
         program.add("quorvex-config");
     }
     const double took = median(program.seconds);
     const double least = median(empty.seconds);
     const double holds = median(program.residentMb);
     const double leastMb = median(empty.residentMb);
-    // Only told: it changes with the number of other programs on the machine that use the same toolkit.
+    // Only told: what any text costs, and what changes with the number of other programs on the machine
+    // that use the same toolkit.
+    const double withText = median(oneMenu.seconds) / least;
     const double proportional = median(program.proportionalMb) / median(empty.proportionalMb);
-    return {ratioRow("Time to the shown window, to an empty main window", took / least,
-                     milliseconds(took) + " to " + milliseconds(least), kMostOfEmptyTime),
-            ratioRow("Memory (RSS), to an empty main window", holds / leastMb,
-                     megabytes(holds) + " to " + megabytes(leastMb) + "; PSS " + fixed(proportional, 3),
-                     kMostOfEmptyMemory)};
+    return {
+        ratioRow("Time to the shown window, to an empty main window", took / least,
+                 milliseconds(took) + " to " + milliseconds(least) + "; one menu alone " + fixed(withText, 2),
+                 kMostOfEmptyTime),
+        ratioRow("Memory (RSS), to an empty main window", holds / leastMb,
+                 megabytes(holds) + " to " + megabytes(leastMb) + "; PSS " + fixed(proportional, 3),
+                 kMostOfEmptyMemory)};
 }
 
 }  // namespace quorvex::bench
