@@ -49,4 +49,15 @@ void BenchTop::pickPort(int number) {
                               "COM" + QString::number(number), kLimitMs);
 }
 
+void BenchTop::chooseAgain(int number) {
+    const QString port = "COM" + QString::number(number);
+    program_->clickMenu("mnuFile", "mnuComPort");
+    QTRY_COMPARE_WITH_TIMEOUT(program_->dialogs(), QStringList("ComSelect"), kLimitMs);
+    QCOMPARE(program_->get("ComboCom", "currentText").toString(), port);
+    program_->click("CmdOK");
+    QTRY_COMPARE_WITH_TIMEOUT(program_->dialogs(), QStringList(), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(program_->text("LabelComPort"), port, kLimitMs);
+    QCOMPARE(program_->box(), "");
+}
+
 }  // namespace quorvex

@@ -30,6 +30,8 @@ public:
     void writeSettings(const QByteArray& text) const;
     /// Picks a port in the open port dialog by its keys.
     void pickPort(int number);
+    /// Confirms the port dialog on COM`number`, the port in use, and waits until it is open again.
+    void chooseAgain(int number);
 
 private:
     QTemporaryDir ports_;

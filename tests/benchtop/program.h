@@ -28,6 +28,8 @@ public:
     bool isWindowUp();
     QString text(const QString& control) { return get(control, "text").toString(); }
     QJsonValue get(const QString& control, const QString& property);
+    /// The colour of a control's text, "#rrggbb".
+    QString colour(const QString& control) { return ask({{"do", "colour"}, {"name", control}}).toString(); }
     QString shown(const QString& list) { return ask({{"do", "shown"}, {"name", list}}).toString(); }
     QString pointer() { return ask({{"do", "pointer"}}).toString(); }
 

@@ -37,7 +37,6 @@ private Q_SLOTS:
 
 private:
     void read(const QString& outcome);
-    void chooseAgain();
     void expectIdle();
 
     std::unique_ptr<BenchTop> bench_;
@@ -46,16 +45,6 @@ private:
 void TestUnplugged::read(const QString& outcome) {
     bench_->program().click("CommandRdSettingsBp");
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), outcome, kLimitMs);
-}
-
-void TestUnplugged::chooseAgain() {
-    bench_->program().clickMenu("mnuFile", "mnuComPort");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList("ComSelect"), kLimitMs);
-    QCOMPARE(bench_->program().get("ComboCom", "currentText").toString(), "COM1");
-    bench_->program().click("CmdOK");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "COM1", kLimitMs);
-    QCOMPARE(bench_->program().box(), "");
-    QCOMPARE(bench_->program().dialogs(), QStringList());
 }
 
 void TestUnplugged::expectIdle() {
@@ -77,7 +66,7 @@ void TestUnplugged::atRest() {
     bench_->program().click("CommandDectPPVerReq");
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "Unavailable", kLimitMs);
     bench_->plugIn(1, kRm5);
-    chooseAgain();
+    bench_->chooseAgain(1);
     read(kSuccess);
     QCOMPARE(bench_->unit().received().size(), 25);
 }
@@ -89,7 +78,7 @@ void TestUnplugged::atRestTwice() {
         bench_->unit().pull();
         QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kLimitMs);
         bench_->plugIn(1, kRm5);
-        chooseAgain();
+        bench_->chooseAgain(1);
     }
     read(kSuccess);
 }
@@ -125,7 +114,7 @@ void TestUnplugged::midReply() {
     QCOMPARE(bench_->program().text("LabelComPort"), "No Comms");
     QVERIFY(!bench_->program().get("CommandWrite", "enabled").toBool());
     bench_->plugIn(1, kRm5);
-    chooseAgain();
+    bench_->chooseAgain(1);
     read(kSuccess);
 }
 

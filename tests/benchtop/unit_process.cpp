@@ -25,8 +25,8 @@ UnitProcess::~UnitProcess() {
 const QList<UnitProcess::Line>& UnitProcess::traffic() {
     process_.waitForReadyRead(0);
     while (process_.canReadLine()) {
-        const QString line = QString::fromLatin1(process_.readLine()).trimmed();
-        const qsizetype blank = line.indexOf(' ');
+        const QString line = QString::fromLatin1(process_.readLine().chopped(1));  // blanks at its end count
+        const qsizetype blank = line.indexOf(' ', line.indexOf('.'));
         traffic_.append({qRound64(line.left(blank).toDouble() * 1000), line.mid(blank + 1)});
     }
     return traffic_;
@@ -53,6 +53,11 @@ QStringList UnitProcess::exchanged() {
 void UnitProcess::forget() {
     traffic();
     traffic_.clear();
+}
+
+void UnitProcess::end() {
+    process_.terminate();
+    process_.waitForFinished(kLimitMs);
 }
 
 void UnitProcess::pull() {

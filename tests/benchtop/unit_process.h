@@ -28,6 +28,8 @@ public:
     /// Lines both ways so far, "> ..." and "< ...".
     QStringList exchanged();
     void forget();
+    /// Ends in order, and writes what it holds where it was told to.
+    void end();
     /// Ends at once, as a unit whose cable is pulled; its link stays.
     void pull();
 

@@ -133,6 +133,8 @@ QJsonObject Driver::answer(const QJsonObject& command) {
         return error("not to be seen: " + name);
     if (deed == "click")
         return click(name);
+    if (deed == "colour")
+        return value(control->palette().color(control->foregroundRole()).name());
     if (deed == "items") {
         QJsonArray items;
         const auto* list = qobject_cast<QComboBox*>(control);
