@@ -1,5 +1,7 @@
 #include "calibration/calib_run.h"
 
+#include <utility>
+
 #include "link/number_text.h"
 
 namespace quorvex {
@@ -73,7 +75,7 @@ void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiTh
     static constexpr Texts kTexts{"! 0309E803", "! 03090000", "Beltpack Calibration Cancelled.",
                                   "Beltpack Calibrated successfully.",
                                   "Error occured during Beltpack Calibration."};
-    const auto dialog = openDialog(fields, 0, kCalibrateBeltpack);
+    auto dialog = openDialog(fields, 0, kCalibrateBeltpack);
     Mode mode(link_, kTexts);
     if (isKirk()) {
         const std::string threshold = exchange("# 0138");
@@ -83,7 +85,7 @@ void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiTh
         }
         mode.enter();
     }
-    if (!tune(*dialog, mode, kTexts))
+    if (!tune(std::move(dialog), mode, kTexts))
         return;
     if (isKirk())
         drain();
@@ -127,7 +129,7 @@ void CalibRun::CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFiel
 }
 
 void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation) {
-    const auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption);
+    auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption);
     Mode mode(link_, module.texts);
     if (isKirk()) {
         mode.enter();
@@ -138,7 +140,7 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
             showNumber(threshold, dialog->rssiThreshold());
         }
     }
-    if (!tune(*dialog, mode, module.texts))
+    if (!tune(std::move(dialog), mode, module.texts))
         return;
     link_.serialSendString(module.readFm);
     showNumber(link_.GetActiveAntennaResponse(module.fmReply), fields.fmDeviation);
@@ -150,9 +152,10 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
     }
 }
 
-bool CalibRun::tune(CalibDialog& dialog, Mode& mode, const Texts& texts) {
-    dialog.StartCalTimer();
-    dialog.showModally();
+bool CalibRun::tune(std::unique_ptr<CalibDialog> dialog, Mode& mode, const Texts& texts) {
+    dialog->StartCalTimer();
+    dialog->showModally();
+    dialog.reset();
     mode.leave();
     return tellOutcome(texts);
 }

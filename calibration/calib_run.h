@@ -10,7 +10,7 @@
 
 namespace quorvex {
 
-/// The calibration dialog as a run sees it: created for the run and gone with it.
+/// The calibration dialog as a run sees it: created for the run, gone before the values are read back.
 class CalibDialog {
 public:
     virtual ~CalibDialog() = default;
@@ -57,8 +57,9 @@ private:
     std::unique_ptr<CalibDialog> openDialog(const CalibFields& fields, std::int16_t otherFm,
                                             const char* caption);
     void calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation);
-    /// Shows the dialog, leaves calibration mode and tells the outcome. False: nothing is read back.
-    bool tune(CalibDialog& dialog, Mode& mode, const Texts& texts);
+    /// Shows the dialog until it has closed and is gone, leaves calibration mode and tells the outcome.
+    /// False: nothing is read back.
+    bool tune(std::unique_ptr<CalibDialog> dialog, Mode& mode, const Texts& texts);
     bool tellOutcome(const Texts& texts);
     void drain();
 

@@ -1,6 +1,7 @@
 #include "calibration/calib_tuning.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "link/key_filter.h"
 #include "link/number_text.h"
@@ -18,6 +19,19 @@ constexpr int kDcOffset = 20, kDcLimit = 100;
 std::int16_t sum(int a, int b) {
     return toInt16(a + b);
 }
+
+/// Raises a flag for as long as it lives; one within another changes nothing.
+class Raised {
+public:
+    explicit Raised(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
+    ~Raised() { flag_ = before_; }
+    Raised(const Raised&) = delete;
+    Raised& operator=(const Raised&) = delete;
+
+private:
+    bool& flag_;
+    bool before_;
+};
 
 std::string twoDigits(std::uint64_t value) {
     const std::string digits = std::to_string(value);
@@ -138,6 +152,7 @@ std::int16_t CalibTuning::freqCode() const {
 
 bool CalibTuning::unitAnswers() {
     constexpr int kReplies = 3;  // records that stream in between may come before the reply
+    const Raised exchanging(exchanging_);
     link_.serialSendString("# 0102");
     for (int i = 0; i < kReplies; ++i) {
         const std::string reply = link_.serialGetResponseChars(limit::kReply, kReplyLength);
@@ -171,13 +186,7 @@ void CalibTuning::CommandCancel_Click() {
 void CalibTuning::Timer1_Timer() {
     if (ticking_)
         return;
-    struct Ticking {
-        explicit Ticking(bool& on) : on_(on) { on_ = true; }
-        ~Ticking() { on_ = false; }
-        Ticking(const Ticking&) = delete;
-        Ticking& operator=(const Ticking&) = delete;
-        bool& on_;
-    } const ticking(ticking_);
+    const Raised ticking(ticking_);
     tick();
 }
 
@@ -186,7 +195,7 @@ void CalibTuning::tick() {
         window_.unload();
         return;
     }
-    if (rfType_ == 0)
+    if (rfType_ == 0 || exchanging_)
         return;
     const std::string record = readStatusRecord();
     if (record == kError) {
@@ -234,6 +243,14 @@ void CalibTuning::reportNoUnit() {
     link_.console().messageBox("Could not communicate with device!", Icon::critical);
 }
 
+std::string CalibTuning::writeThreshold(std::int16_t threshold) {
+    const Raised exchanging(exchanging_);
+    const bool beltpack = target() == Target::beltpack;
+    link_.serialSendString((beltpack ? "# 0278" : "# 024B") + HexPad(threshold, 2));
+    link_.serialSendString(beltpack ? "# 0138" : "# 010B");
+    return link_.serialGetResponseChars(limit::kReply, kReplyLength);
+}
+
 void CalibTuning::CmdSetRssiThr_Click() {
     std::int16_t threshold = 0;
     try {
@@ -243,11 +260,8 @@ void CalibTuning::CmdSetRssiThr_Click() {
                                    Icon::critical);
         return;
     }
-    const bool beltpack = target() == Target::beltpack;
     link_.console().hourglass(true);
-    link_.serialSendString((beltpack ? "# 0278" : "# 024B") + HexPad(threshold, 2));
-    link_.serialSendString(beltpack ? "# 0138" : "# 010B");
-    const std::string reply = link_.serialGetResponseChars(limit::kReply, kReplyLength);
+    const std::string reply = writeThreshold(threshold);
     link_.console().hourglass(false);
     // No reply counts as 0 here, and the texts speak of the Beltpack for every unit. Both are intended.
     if (static_cast<int>(hexValue(middle(reply, 7, 2))) == threshold) {

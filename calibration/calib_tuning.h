@@ -71,7 +71,8 @@ public:
 
     void CommandOK_Click();
     void CommandCancel_Click();
-    /// A tick that comes while an earlier one still reads does nothing.
+    /// A tick that comes while an earlier one still reads does nothing, and none takes the reply that a
+    /// button waits for.
     void Timer1_Timer();
     void CmdSetRssiThr_Click();
     /// After each typed character has passed the filter; Enter runs the update.
@@ -90,6 +91,8 @@ private:
     std::string readStatusRecord();
     void showRecord(const std::string& record);
     bool unitAnswers();
+    /// The reply to reading it back, kError if there is none.
+    std::string writeThreshold(std::int16_t threshold);
     void reportNoUnit();
 
     CommandLink& link_;
@@ -107,6 +110,7 @@ private:
     bool calClosing_ = false;
     bool dcConnected_ = false;
     bool ticking_ = false;
+    bool exchanging_ = false;  ///< a button waits for a reply
 };
 
 }  // namespace quorvex

@@ -25,6 +25,20 @@ int pixels(int twips) {
     return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
 }
 
+/// What moves a slider.
+bool isByHand(const QEvent& event) {
+    switch (event.type()) {
+        case QEvent::KeyPress:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::MouseMove:
+        case QEvent::Wheel:
+            return true;
+        default:
+            return false;
+    }
+}
+
 QRect pixels(QRect twips) {
     return {pixels(twips.x()), pixels(twips.y()), pixels(twips.width()), pixels(twips.height())};
 }
@@ -76,6 +90,7 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
     fitFaces();
     timer1_->setObjectName(QStringLiteral("Timer1"));
     timer1_->setInterval(kTick);
+    timer1_->setTimerType(Qt::PreciseTimer);
     connect(timer1_, &QTimer::timeout, this, [this] { handle([this] { tuning_.Timer1_Timer(); }); });
     tuning_.load();
 }
@@ -109,9 +124,10 @@ void FormCalib::buildDcBalance() {
     sliderDcBalance_->setTickInterval(10);
     sliderDcBalance_->setValue(100);
     sliderDcBalance_->setAccessibleName(QStringLiteral("DC balance"));
-    // It only shows: neither the mouse nor the Tab key reaches it.
+    // It only shows: neither the mouse nor a key moves it.
     sliderDcBalance_->setFocusPolicy(Qt::NoFocus);
     sliderDcBalance_->setAttribute(Qt::WA_TransparentForMouseEvents);
+    sliderDcBalance_->installEventFilter(this);
     label(frameKirk_, "Label6", "0", {2235, 1560}, 240);
 }
 
@@ -202,9 +218,14 @@ void FormCalib::Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16
 void FormCalib::showModally() {
     if (!fault_)
         exec();
-    timer1_->stop();
     if (fault_)
         std::rethrow_exception(fault_);
+}
+
+void FormCalib::unload() {
+    // The modal show may have to wait for the box of a button; no tick comes in the meantime.
+    timer1_->stop();
+    done(QDialog::Accepted);
 }
 
 void FormCalib::reject() {
@@ -212,6 +233,8 @@ void FormCalib::reject() {
 }
 
 bool FormCalib::eventFilter(QObject* watched, QEvent* event) {
+    if (watched == sliderDcBalance_)
+        return isByHand(*event);
     if (event->type() == QEvent::KeyPress)
         CalKeyHook(static_cast<QKeyEvent*>(event)->key());
     return QDialog::eventFilter(watched, event);

@@ -40,7 +40,7 @@ private:
     void showKirkFrame(bool shown) override;
     void showRssiThresholdFrame(bool shown) override { frameRssiThreshold_->setVisible(shown); }
     void startTimer() override { timer1_->start(); }
-    void unload() override { done(QDialog::Accepted); }
+    void unload() override;
     void showRssi(const std::string& text) override;
     void showDcBalance(const std::string& text) override;
     void setDcSlider(int position) override { sliderDcBalance_->setValue(position); }

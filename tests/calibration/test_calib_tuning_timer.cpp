@@ -52,6 +52,8 @@ private Q_SLOTS:
     void cablePulled();
     void ticksNeverOverlap();
     void noTickUnderTheBox();
+    void leavesTheReplyToTheButton_data();
+    void leavesTheReplyToTheButton();
     void closesAtTheNextTick_data();
     void closesAtTheNextTick();
     void closingWaitsForTheRead_data();
@@ -268,6 +270,27 @@ void TestCalibTuningTimer::noTickUnderTheBox() {
         at.tuning.Timer1_Timer();
     });
     QCOMPARE(at.tick(), QStringList({kNoUnitBox, "unload"}));
+}
+
+void TestCalibTuningTimer::leavesTheReplyToTheButton_data() {
+    QTest::addColumn<bool>("nested");
+    QTest::newRow("one exchange") << false;
+    QTest::newRow("another one within it") << true;
+}
+
+void TestCalibTuningTimer::leavesTheReplyToTheButton() {
+    QFETCH(bool, nested);
+    Open at;
+    if (nested) {
+        at.threshold.type("255");
+        at.loop.at(50, [&] { at.tuning.CmdSetRssiThr_Click(); });
+        at.port.receiveAt(60, "# 02B8FF\r\n");
+    }
+    at.loop.at(100, [&] { at.tuning.Timer1_Timer(); });
+    at.port.receiveAt(200, "# 02821F\r\n");
+    at.tuning.CommandOK_Click();
+    QCOMPARE(at.result, CalResult::confirmed);
+    QCOMPARE(at.loop.ticks(), 200);
 }
 
 void TestCalibTuningTimer::closesAtTheNextTick_data() {

@@ -94,7 +94,10 @@ private:
             (*self)->handle([dialog = *self] { dialog->tuning.Timer1_Timer(); });
         });
     }
-    void unload() override { isShown_ = false; }
+    void unload() override {
+        isShown_ = false;
+        timerRuns_ = false;
+    }
     void showRssi(const std::string& /*text*/) override {}
     void showDcBalance(const std::string& /*text*/) override {}
     void setDcSlider(int /*position*/) override {}

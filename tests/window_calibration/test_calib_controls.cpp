@@ -202,6 +202,12 @@ void TestCalibControls::dcSliderOnlyShows() {
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
             QVERIFY(!slider.hasFocus());
         }
+        // Nor what is sent to it alone.
+        QTest::keyClick(&slider, Qt::Key_Right);
+        QTest::mouseClick(&slider, Qt::LeftButton, {}, QPoint(20, slider.height() / 2));
+        QWheelEvent wheel({1, 1}, slider.mapToGlobal(QPointF(1, 1)), {}, {0, 120}, {}, {}, Qt::NoScrollPhase,
+                          false);
+        QCoreApplication::sendEvent(&slider, &wheel);
         QCOMPARE(slider.value(), 100);
         timer.start();
         cancel(dialog);
