@@ -5,18 +5,20 @@
 
 namespace quorvex {
 
-void BlockCapture::synchronise(SerialPort& port) {
+bool BlockCapture::synchronise(SerialPort& port) {
     // A character that breaks the marker is used up, an "s" too: matching starts over with the next one.
     while (port.waiting() > 0) {
         if (port.read() == 's' && port.read() == 'y' && port.read() == 'n' && port.read() == 'c')
-            return;
+            return true;
     }
+    return false;
 }
 
 void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
                            const std::function<bool()>& isInterrupted) {
     count_ = 0;
-    synchronise(port);
+    if (!synchronise(port))
+        return;  // a character that comes now is not the first of a block
     InputWait wait(port, loop, limitUnits * 1000);
     bool done = false;
     while (!done && port.waiting() > 0) {

@@ -28,7 +28,8 @@ public:
     const std::array<std::int16_t, kCapacity>& bytes() const { return bytes_; }
 
 private:
-    static void synchronise(SerialPort& port);
+    /// False if the marker is not in what has arrived.
+    static bool synchronise(SerialPort& port);
 
     std::array<std::int16_t, kCapacity> bytes_{};
     std::int32_t count_ = 0;

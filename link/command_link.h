@@ -50,6 +50,8 @@ public:
     /// Skips to the sync marker and fills the data buffer with up to `count` bytes; see BlockCapture. Ends
     /// early when a command has been sent meanwhile: what follows answers that one.
     void GetDataBuffer(int limitUnits, std::int32_t count);
+    /// Number of characters that have arrived and were not read; 0 on a closed port.
+    std::size_t waitingCharacters() { return port_.waiting(); }
     const BlockCapture& dataBuffer() const { return dataBuffer_; }
 
     /// Shows `text` in the status line.

@@ -26,13 +26,32 @@ ScreenBits RemoteScreen::bits() const {
 }
 
 bool RemoteScreen::RScreenTimer_Timer() {
-    const bool whole = !capturing_ && !window_.isPortInUse() && capture();
+    if (capturing_) {
+        if (++ticksInCapture_ > 1)
+            window_.repaint(bits());
+        return false;
+    }
+    const bool whole = takeFrames();
     window_.repaint(bits());
+    return whole;
+}
+
+bool RemoteScreen::takeFrames() {
+    if (window_.isPortInUse()) {
+        isBehind_ = true;
+        return false;
+    }
+    bool whole = capture();
+    // Frames that came while an operation held the port are passed over, so that the picture is of now.
+    while (whole && isBehind_ && link_.waitingCharacters() >= kFrameBytes)
+        whole = capture();
+    isBehind_ = link_.dataBuffer().count() > 0 && !whole;
     return whole;
 }
 
 bool RemoteScreen::capture() {
     capturing_ = true;
+    ticksInCapture_ = 0;
     try {
         link_.GetDataBuffer(kByteLimit, kFrameBytes);
     } catch (...) {

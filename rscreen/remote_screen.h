@@ -40,8 +40,9 @@ class RemoteScreen {
 public:
     RemoteScreen(CommandLink& link, RemoteScreenWindow& window, RemoteScreenFields fields);
 
-    /// Takes a frame if one is waiting, then repaints. A tick while an earlier one still receives, or while
-    /// another operation is on the port, only repaints. True when a whole frame was received.
+    /// Takes a frame if one is waiting, then repaints. A tick while another operation is on the port only
+    /// repaints, and so does one while an earlier one still receives, except for the first: a frame takes
+    /// little more than a tick and would be seen torn. True when a whole frame was received.
     bool RScreenTimer_Timer();
     void autoIncValText_Change();
     void CommandScreenDump_Click();
@@ -49,6 +50,8 @@ public:
     ScreenBits bits() const;
 
 private:
+    /// True when a whole frame was received.
+    bool takeFrames();
     bool capture();
     void showCounter();
     void reportCounterRange();
@@ -58,6 +61,8 @@ private:
     RemoteScreenFields fields_;
     std::uint8_t counter_ = 0;
     bool capturing_ = false;
+    int ticksInCapture_ = 0;
+    bool isBehind_ = false;  ///< frames may have piled up
 };
 
 }  // namespace quorvex

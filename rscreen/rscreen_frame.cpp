@@ -34,7 +34,10 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
     onClick(commandScreenDump_, [this] { screen_.CommandScreenDump_Click(); });
     timer_->setObjectName(QStringLiteral("RScreenTimer"));
     timer_->setInterval(kTick);
-    connect(timer_, &QTimer::timeout, this, [this] { guarded([this] { RScreenTimer_Timer(); }); });
+    // Queued, for a timer stands still until what it calls directly has returned, and a capture may wait.
+    connect(
+        timer_, &QTimer::timeout, this, [this] { guarded([this] { RScreenTimer_Timer(); }); },
+        Qt::QueuedConnection);
     timer_->start();
 
     auto* grid = new QGridLayout(this);

@@ -22,6 +22,7 @@ QTimer& ScreenPage::timer() {
 void ScreenPage::tick() {
     QTimerEvent event(timer().timerId());
     QCoreApplication::sendEvent(&timer(), &event);
+    QCoreApplication::sendPostedEvents();
 }
 
 void ScreenPage::receive(const QByteArray& bytes) {

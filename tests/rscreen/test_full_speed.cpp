@@ -99,6 +99,7 @@ private Q_SLOTS:
     void cleanup();
     void everyFrameIsShownWhole();
     void keysAreAnswered();
+    void stalledFrameIsShown();
 
 protected:
     bool eventFilter(QObject* object, QEvent* event) override;
@@ -197,6 +198,28 @@ void TestFullSpeed::keysAreAnswered() {
     const milliseconds slowest = *std::max_element(answers.begin(), answers.end());
     QVERIFY2(slowest <= kAnswerLimit, qPrintable(QString::number(slowest.count()) + " ms"));
     field->disconnect(this);
+}
+
+// The timer goes on while a frame is received, so the part that has come is seen when the unit falls silent.
+void TestFullSpeed::stalledFrameIsShown() {
+    constexpr milliseconds kPatience{4000};
+    const QByteArray bits = pictureBytes(3);
+    const QImage part = ScreenPage::drawn(bits.first(100));
+    const auto shown = [this] { return picture_->image().convertToFormat(QImage::Format_RGB32); };
+    bool isPartSeen = false;
+    QTimer unit;  // the program receives until the frame is whole, so the rest must come from inside its wait
+    const Moment start = now();
+    connect(&unit, &QTimer::timeout, this, [&] {
+        isPartSeen = shown() == part;
+        if (!isPartSeen && now() - start < kPatience)
+            return;
+        unit.stop();
+        TerminalPair::send(terminal_->unitSide(), bits.sliced(100));
+    });
+    TerminalPair::send(terminal_->unitSide(), frameOf(bits).first(104));
+    unit.start(20);
+    QTRY_COMPARE_WITH_TIMEOUT(shown(), ScreenPage::drawn(bits), 10'000);
+    QVERIFY(isPartSeen);
 }
 
 }  // namespace quorvex
