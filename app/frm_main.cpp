@@ -20,11 +20,22 @@ namespace quorvex {
 
 namespace {
 
-QAction* addItem(QMenu* menu, const char* name, const char* caption, std::function<void()> handler) {
+QMenu* addMenu(QMenuBar* bar, const char* name, const char* caption) {
+    QMenu* menu = bar->addMenu(QString::fromLatin1(caption));
+    menu->setObjectName(QString::fromLatin1(name));
+    menu->menuAction()->setObjectName(menu->objectName());
+    return menu;
+}
+
+QAction* addItem(QMenu* menu, const char* name, const char* caption) {
     QAction* item = menu->addAction(QString::fromLatin1(caption));
     item->setObjectName(QString::fromLatin1(name));
-    QObject::connect(item, &QAction::triggered, menu, [handler = std::move(handler)] { guarded(handler); });
     return item;
+}
+
+void addItem(QMenu* menu, const char* name, const char* caption, std::function<void()> handler) {
+    QObject::connect(addItem(menu, name, caption), &QAction::triggered, menu,
+                     [handler = std::move(handler)] { guarded(handler); });
 }
 
 }  // namespace
@@ -65,15 +76,14 @@ FrmMain::FrmMain(Machine machine)
 }
 
 void FrmMain::buildMenus() {
-    QMenu* file = menuBar()->addMenu(QStringLiteral("&File"));
-    file->setObjectName(QStringLiteral("mnuFile"));
+    QMenu* file = addMenu(menuBar(), "mnuFile", "&File");
     addItem(file, "mnuComPort", "&COM Port", [this] { startup_.mnuComPort_Click(); });
     addItem(file, "mnuRfModule", "&RF Module Type", [this] { rfModule_.mnuRfModule_Click(rfModulePicker_); });
     file->addSeparator()->setObjectName(QStringLiteral("mnuDash1"));
-    addItem(file, "mnuExit", "&Exit", [] { endProgram(0); });
+    // Unguarded: the end must not be refused, however deep handlers are nested in each other's waits.
+    connect(addItem(file, "mnuExit", "&Exit"), &QAction::triggered, this, [] { endProgram(0); });
 
-    QMenu* help = menuBar()->addMenu(QStringLiteral("&Help"));
-    help->setObjectName(QStringLiteral("mnuHelp"));
+    QMenu* help = addMenu(menuBar(), "mnuHelp", "&Help");
     addItem(help, "mnuAbout", "&About", [this] { mnuAbout_Click(); });
 }
 

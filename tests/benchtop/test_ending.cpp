@@ -27,6 +27,7 @@ private Q_SLOTS:
     void atRest();
     void duringAnExchange_data();
     void duringAnExchange();
+    void deepInExchanges();
     void withoutAPort_data();
     void withoutAPort();
     void storedPortIsNoNumber();
@@ -74,6 +75,17 @@ void TestEnding::duringAnExchange_data() {
         row("no-reply=08", "CommandRdSettingsBp", "# 0108");
         row("no-version", "CommandDectPPVerReq", "! 0108");
     }
+}
+
+// Each press starts a read inside the wait of the one before, until no further one is started.
+void TestEnding::deepInExchanges() {
+    constexpr int kPresses = 70;
+    bench_->plugIn(1, {"beltpack", "--module", "rm5", "--fault", "no-version"});
+    QVERIFY(bench_->start());
+    for (int i = 0; i < kPresses; ++i)
+        bench_->program().click("CommandDectPPVerReq");
+    leave("menu");
+    QCOMPARE(bench_->program().end(), "exit 0");
 }
 
 void TestEnding::duringAnExchange() {
