@@ -62,9 +62,9 @@ PortDevice findPortDevice(int number) {
 #ifdef Q_OS_WIN
     return {name, name};
 #else
-    const QString folder = qEnvironmentVariable("QUORVEX_PORTS");
-    if (!folder.isEmpty())
-        return atLink(folder + QLatin1Char('/') + name);
+    constexpr char kFolder[] = "QUORVEX_PORTS";
+    if (qEnvironmentVariableIsSet(kFolder))
+        return atLink(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
     const QString system = QStringLiteral("/dev/quorvex/") + name;
     return QFileInfo::exists(system) ? atLink(system) : nthOnMachine(number);
 #endif
