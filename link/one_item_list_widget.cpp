@@ -27,6 +27,12 @@ OneItemListWidget::OneItemListWidget(QWidget* parent) : QListWidget(parent) {
         if (!positioning_)
             Q_EMIT scrolled();
     });
+    connect(verticalScrollBar(), &QScrollBar::actionTriggered, this, [this](int action) {
+        const bool isDown =
+            action == QScrollBar::SliderSingleStepAdd || action == QScrollBar::SliderPageStepAdd;
+        if (isDown && verticalScrollBar()->value() == count() - 1)
+            stepPastEnd();
+    });
 }
 
 QSize OneItemListWidget::sizeHint() const {
@@ -44,13 +50,15 @@ void OneItemListWidget::refill(const std::vector<std::string>& items) {
 }
 
 int OneItemListWidget::topIndex() const {
-    return verticalScrollBar()->value();
+    return isPastEnd_ ? count() : verticalScrollBar()->value();
 }
 
 void OneItemListWidget::setTopIndex(int index) {
     const QScopedValueRollback guard(positioning_, true);
+    isPastEnd_ = false;
     executeDelayedItemsLayout();
     verticalScrollBar()->setValue(index);
+    setCurrentRow(verticalScrollBar()->value(), QItemSelectionModel::NoUpdate);
 }
 
 void OneItemListWidget::fitRows() {
@@ -69,7 +77,18 @@ void OneItemListWidget::resizeEvent(QResizeEvent* event) {
 }
 
 void OneItemListWidget::step(int by) {
-    verticalScrollBar()->setValue(topIndex() + by);
+    const int index = topIndex() + by;
+    if (index < count() || count() == 0) {
+        verticalScrollBar()->setValue(index);
+        return;
+    }
+    stepPastEnd();
+}
+
+void OneItemListWidget::stepPastEnd() {
+    isPastEnd_ = true;
+    Q_EMIT scrolled();
+    isPastEnd_ = false;
 }
 
 void OneItemListWidget::keyPressEvent(QKeyEvent* event) {
@@ -86,7 +105,7 @@ void OneItemListWidget::keyPressEvent(QKeyEvent* event) {
             step(-topIndex());
             break;
         case Qt::Key_End:
-            step(count());
+            step(count() - 1 - topIndex());
             break;
         default:
             QListWidget::keyPressEvent(event);

@@ -20,7 +20,9 @@ public:
     QSize minimumSizeHint() const override { return sizeHint(); }
 
 Q_SIGNALS:
-    /// A person has scrolled to another item; not emitted by refill or setTopIndex.
+    /// A person has scrolled to another item, or has stepped past the last one: then the top index is the
+    /// number of items while this is emitted, and the last item stays unless a slot goes to another one. Not
+    /// emitted by refill or setTopIndex.
     void scrolled();
 
 protected:
@@ -31,7 +33,9 @@ protected:
 private:
     void fitRows();
     void step(int by);
+    void stepPastEnd();
 
+    bool isPastEnd_ = false;
     bool positioning_ = false;
     int wheelRest_ = 0;  ///< turn of the wheel not yet worth a step, in eighths of a degree
 };

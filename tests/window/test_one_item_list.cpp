@@ -49,6 +49,8 @@ private:
     /// The one item that is seen whole, or what is wrong.
     QString seen();
     void press(Qt::Key key);
+    /// Where a step past the last item leads: the revisions begin anew, the regulations stay.
+    int behindTheEnd() const { return items_ == kRevisions ? 0 : 2; }
 
     std::unique_ptr<Bench> bench_;
     QListWidget* list_ = nullptr;
@@ -115,16 +117,16 @@ void TestOneItemList::showsOneWholeItem() {
 
 void TestOneItemList::wheel() {
     fetchList();
-    for (const int i : {1, 2, 2}) {  // it stays at its ends
-        hand::turnWheel(*list_->viewport(), -kNotch);
-        QCOMPARE(seen(), items_[i]);
-    }
-    for (const int i : {1, 0, 0}) {
+    hand::turnWheel(*list_->viewport(), -2 * kNotch);
+    QCOMPARE(seen(), items_[2]);
+    for (const int i : {1, 0, 0}) {  // it stays at its beginning
         hand::turnWheel(*list_->viewport(), kNotch);
         QCOMPARE(seen(), items_[i]);
     }
-    hand::turnWheel(*list_->viewport(), -2 * kNotch);
-    QCOMPARE(seen(), items_[2]);
+    for (const int i : {1, 2, behindTheEnd()}) {
+        hand::turnWheel(*list_->viewport(), -kNotch);
+        QCOMPARE(seen(), items_[i]);
+    }
 }
 
 // A touch pad tells a notch in pieces.
@@ -142,10 +144,21 @@ void TestOneItemList::fineWheel() {
 
 void TestOneItemList::keys() {
     fetchList();
-    const QList<std::pair<Qt::Key, int>> steps{{Qt::Key_Down, 1}, {Qt::Key_Down, 2},   {Qt::Key_Down, 2},
-                                               {Qt::Key_Up, 1},   {Qt::Key_Up, 0},     {Qt::Key_Up, 0},
-                                               {Qt::Key_End, 2},  {Qt::Key_Home, 0},   {Qt::Key_PageDown, 1},
-                                               {Qt::Key_Down, 2}, {Qt::Key_PageUp, 1}, {Qt::Key_PageDown, 2}};
+    const QList<std::pair<Qt::Key, int>> steps{{Qt::Key_Down, 1},
+                                               {Qt::Key_Down, 2},
+                                               {Qt::Key_Up, 1},
+                                               {Qt::Key_Up, 0},
+                                               {Qt::Key_Up, 0},
+                                               {Qt::Key_End, 2},
+                                               {Qt::Key_End, 2},
+                                               {Qt::Key_Home, 0},
+                                               {Qt::Key_PageDown, 1},
+                                               {Qt::Key_Down, 2},
+                                               {Qt::Key_PageUp, 1},
+                                               {Qt::Key_PageDown, 2},
+                                               {Qt::Key_Down, behindTheEnd()},
+                                               {Qt::Key_End, 2},
+                                               {Qt::Key_PageDown, behindTheEnd()}};
     for (const auto& [key, index] : steps) {
         press(key);
         QCOMPARE(seen(), items_[index]);
@@ -171,12 +184,16 @@ void TestOneItemList::arrowsOfTheScrollBar() {
     const QPoint down = middleOf(QStyle::SC_ScrollBarAddLine);
     const QPoint up = middleOf(QStyle::SC_ScrollBarSubLine);
     QVERIFY(down.y() > up.y());
-    for (const int i : {1, 2, 2}) {
+    for (const int i : {1, 2}) {
         hand::clickAt(*bar, down);
         QCOMPARE(seen(), items_[i]);
     }
     for (const int i : {1, 0, 0}) {
         hand::clickAt(*bar, up);
+        QCOMPARE(seen(), items_[i]);
+    }
+    for (const int i : {1, 2, behindTheEnd()}) {
+        hand::clickAt(*bar, down);
         QCOMPARE(seen(), items_[i]);
     }
 }

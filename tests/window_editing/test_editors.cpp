@@ -40,6 +40,10 @@ private Q_SLOTS:
     void wheelStores();
     void keysStore_data() { lists(); }
     void keysStore();
+    void stepsPastTheLast_data() { lists(); }
+    void stepsPastTheLast();
+    void readSelects_data() { lists(); }
+    void readSelects();
     void arrowsStore_data() { lists(); }
     void arrowsStore();
     void readStoresNothing_data();
@@ -130,6 +134,28 @@ void TestEditors::arrowsStore() {
         hand::clickAt(bar, place);
         QCOMPARE(stored(), value);
     }
+}
+
+// The revisions begin anew behind the last one, the regulations stay; neither stores anything then.
+void TestEditors::stepsPastTheLast() {
+    fetchList();
+    list_->setFocus();
+    keys::press(Qt::Key_End);
+    keys::press(Qt::Key_Down);
+    QCOMPARE(stored(), "02        ");
+    QCOMPARE(list_->verticalScrollBar()->value(), number_ == "15" ? 0 : 2);
+    list_->setFocus();
+    keys::press(Qt::Key_Down);
+    QCOMPARE(stored(), number_ == "15" ? "01        " : "02        ");
+}
+
+// A read selects the item that is seen.
+void TestEditors::readSelects() {
+    fetchList();
+    QCOMPARE(list_->currentRow(), 0);
+    QVERIFY(bench_->beltpack().setValue(number_.toInt(nullptr, 16), "02"));
+    read();
+    QCOMPARE(list_->currentRow(), 2);
 }
 
 // A read positions the lists, and what the unit holds stays in the image as it is.
