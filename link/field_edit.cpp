@@ -10,33 +10,51 @@ namespace quorvex {
 
 namespace {
 
-/// The character that a key press types, 0 for none.
-char16_t typedCharacter(const QKeyEvent& event) {
-    if (event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter)
-        return event.isAutoRepeat() ? u'\0' : kEnter;  // a key held down runs an update once
+bool isEnter(const QKeyEvent& event) {
+    return event.key() == Qt::Key_Return || event.key() == Qt::Key_Enter;
+}
+
+/// What a key press types, empty for nothing.
+QString typedText(const QKeyEvent& event) {
+    if (isEnter(event))
+        return event.isAutoRepeat() ? QString()
+                                    : QString(QChar(kEnter));  // held down, it runs an update once
     // Delete comes with a character of its own, and is none.
-    return event.text().size() == 1 && event.key() != Qt::Key_Delete ? event.text().front().unicode() : u'\0';
+    return event.key() == Qt::Key_Delete ? QString() : event.text();
+}
+
+/// Control with Alt is how some keyboards type further characters.
+bool isShortcut(const QKeyEvent& event) {
+    return event.modifiers() & Qt::ControlModifier && !(event.modifiers() & Qt::AltModifier) &&
+           !isEnter(event);
 }
 
 }  // namespace
 
 void FieldEdit::keyPressEvent(QKeyEvent* event) {
-    const char16_t typed = typedCharacter(*event);
-    if (typed == 0) {
+    const QString typed = typedText(*event);
+    if (isShortcut(*event)) {
+        if (keyPress_ && !typed.isEmpty())
+            guarded([this] { keyPress_(0); });
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const bool isShortcut = event->modifiers() & Qt::ControlModifier && typed != kEnter;
-    const char16_t passed = isShortcut ? typed : pass(typed);
-    if (isShortcut && keyPress_)
-        guarded([this] { keyPress_(0); });
+    const QString passed = pass(typed);
     if (passed == typed) {
         QLineEdit::keyPressEvent(event);
-    } else if (passed != 0) {
-        QKeyEvent changed(event->type(), event->key(), event->modifiers(), QString(QChar(passed)),
-                          event->isAutoRepeat());
+    } else if (!passed.isEmpty()) {
+        QKeyEvent changed(event->type(), event->key(), event->modifiers(), passed, event->isAutoRepeat());
         QLineEdit::keyPressEvent(&changed);
     }
+}
+
+QString FieldEdit::pass(const QString& typed) {
+    QString passed;
+    for (const QChar character : typed) {
+        if (const char16_t left = pass(character.unicode()))
+            passed += QChar(left);
+    }
+    return passed;
 }
 
 char16_t FieldEdit::pass(char16_t typed) {
@@ -48,13 +66,9 @@ char16_t FieldEdit::pass(char16_t typed) {
 
 void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
     // Characters composed of several keys are typed too.
-    QString text;
-    for (const QChar typed : event->commitString()) {
-        if (const char16_t passed = pass(typed.unicode()))
-            text += QChar(passed);
-    }
     QInputMethodEvent filtered(event->preeditString(), event->attributes());
-    filtered.setCommitString(text, event->replacementStart(), event->replacementLength());
+    filtered.setCommitString(pass(event->commitString()), event->replacementStart(),
+                             event->replacementLength());
     QLineEdit::inputMethodEvent(&filtered);
 }
 

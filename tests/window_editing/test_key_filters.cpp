@@ -19,6 +19,8 @@ private Q_SLOTS:
     void init();
     void typed_data();
     void typed();
+    void unusualKeys_data();
+    void unusualKeys();
     void pasted_data();
     void pasted();
     void editingKeys_data() { fields(); }
@@ -85,6 +87,36 @@ void TestKeyFilters::typed() {
     QCOMPARE(bench_->text(field), text);
     QCOMPARE(bench_->journal.take(), QStringList());
     QCOMPARE(bench_->wire.lines(), QStringList());
+}
+
+// Some keyboards type several characters with one key, or further ones with Control and Alt.
+void TestKeyFilters::unusualKeys_data() {
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+    QTest::addColumn<QString>("typed");
+    QTest::addColumn<QString>("text");
+    const Qt::KeyboardModifiers both = Qt::ControlModifier | Qt::AltModifier;
+    const auto row = [](const char* field, Qt::KeyboardModifiers modifiers, const QString& typed,
+                        const QString& text) {
+        QTest::addRow("%s, %s", field, qPrintable(typed)) << field << modifiers << typed << text;
+    };
+    row("TextBeltpackId", Qt::NoModifier, "a1b2", "12");
+    row("TextBeltpackId", Qt::NoModifier, QString::fromUtf8("\xF0\x9F\x98\x80"), "");
+    row("TextBeltpackId", both, "x", "");
+    row("TextBeltpackId", both, "2", "2");
+    row("TextEic", Qt::NoModifier, "ab", "AB");
+    row("TextEic", both, "q", "Q");
+}
+
+void TestKeyFilters::unusualKeys() {
+    QFETCH(QString, field);
+    QFETCH(Qt::KeyboardModifiers, modifiers);
+    QFETCH(QString, typed);
+    QFETCH(QString, text);
+    keys::empty(*bench_, field);
+    QKeyEvent press(QEvent::KeyPress, Qt::Key_unknown, modifiers, typed);
+    QCoreApplication::sendEvent(&bench_->control(field), &press);
+    QCOMPARE(bench_->text(field), text);
 }
 
 // Only typing is filtered.
