@@ -110,7 +110,7 @@ std::string FileNumberOne::readItem() {
     std::string item;
     if (peek() == '"') {
         take();
-        item = takeUntil("\"");
+        item = takeUntil("\"\r\n");
         takeUntil(kItemEnds);  // the closing quote, and whatever follows it
     } else {
         item = takeUntil(kItemEnds);
