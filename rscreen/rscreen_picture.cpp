@@ -1,6 +1,7 @@
 #include "rscreen/rscreen_picture.h"
 
 #include <QPainter>
+#include <algorithm>
 
 namespace quorvex {
 
@@ -28,14 +29,17 @@ void RScreenPicture::show(const ScreenBits& bits) {
 }
 
 void RScreenPicture::draw() {
-    for (int y = 0; y < kPicture.height(); ++y) {
-        auto* line = reinterpret_cast<QRgb*>(image_.scanLine(y));
-        const std::uint8_t* bytes = bits_.data() + y / kScreenScale * kScreenLineBytes;
-        for (int x = 0; x < kPicture.width(); ++x) {
-            const int column = x / kScreenScale;
-            const int byte = bytes[column / 8];
-            line[x] = (byte & (0x80 >> column % 8)) != 0 ? kBlackPixel : kGreenPixel;
+    const std::uint8_t* bytes = bits_.data();
+    for (int line = 0; line < kScreenLines; ++line, bytes += kScreenLineBytes) {
+        auto* const upper = reinterpret_cast<QRgb*>(image_.scanLine(line * kScreenScale));
+        QRgb* pixel = upper;
+        for (int column = 0; column < kScreenLineBytes * 8; ++column) {
+            const bool isSet = (bytes[column / 8] & (0x80 >> column % 8)) != 0;
+            pixel = std::fill_n(pixel, kScreenScale, isSet ? kBlackPixel : kGreenPixel);
         }
+        for (int copy = 1; copy < kScreenScale; ++copy)
+            std::copy_n(upper, kPicture.width(),
+                        reinterpret_cast<QRgb*>(image_.scanLine(line * kScreenScale + copy)));
     }
 }
 
