@@ -20,4 +20,7 @@ std::vector<Row> idleRows();
 /// What the program costs to start and to keep.
 std::vector<Row> startRows();
 
+/// What the remote screen costs.
+std::vector<Row> screenRows();
+
 }  // namespace quorvex::bench

@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QMessageBox>
+#include <QTabWidget>
 #include <QTimer>
 #include <QWindow>
 #include <exception>
@@ -63,9 +64,23 @@ WindowAtWork::WindowAtWork(int number) {
         loop_.run(limit);
     if (!window_->windowHandle()->isExposed())
         throw std::runtime_error("The main window does not come up.");
-    const std::int32_t rested = loop_.ticks() + kRestMs;
+    rest(kRestMs);
+}
+
+void WindowAtWork::rest(int ms) {
+    const std::int32_t rested = loop_.ticks() + ms;
     while (loop_.ticks() < rested)
         loop_.run(rested);
+}
+
+RScreenPicture& WindowAtWork::showRemoteScreen() {
+    auto* picture = dynamic_cast<RScreenPicture*>(window_->findChild<QWidget*>(QStringLiteral("Picture1")));
+    auto* pages = window_->findChild<QTabWidget*>(QStringLiteral("SSTab1"));
+    if (picture == nullptr || pages == nullptr)
+        throw std::runtime_error("The main window has no remote screen.");
+    for (int page = 0; page < pages->count() && !picture->isVisible(); ++page)
+        pages->setCurrentIndex(page);
+    return *picture;
 }
 
 void WindowAtWork::click(const std::string& button) {

@@ -9,6 +9,7 @@
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
+#include "rscreen/rscreen_picture.h"
 
 namespace quorvex::bench {
 
@@ -25,6 +26,10 @@ public:
     /// Runs `work` as a handler of the window, so that the remote screen's timer leaves the port to it.
     /// What it throws comes out here.
     void operate(const std::function<void()>& work);
+    /// Lets the window live for that long.
+    void rest(int ms);
+    /// Brings the remote screen's page to the front. Throws std::runtime_error when there is none.
+    RScreenPicture& showRemoteScreen();
     std::string statusText() const;
 
     CountingPort& port() { return counted_; }
