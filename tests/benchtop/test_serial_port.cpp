@@ -185,7 +185,7 @@ void TestSerialPort::everythingIsOnTheWireAtTheFirstWait() {
     WatchedLoop watched(*terminal_);
     CommandLink link(*port_, watched, console_);
     link.serialSendString("! 0E030002100ECE00001503FF000000");
-    QTimer::singleShot(20, qApp, [this] { terminal_->send("^ 020002\r\n"); });
+    QTimer::singleShot(20, this, [this] { terminal_->send("^ 020002\r\n"); });
     QCOMPARE(shown(link.serialGetResponse(limit::kLine, '\r')), "^ 020002");
     QCOMPARE(watched.onWireAtFirstWait(), "! 0E030002100ECE00001503FF000000\r\n");
     // It sleeps while it waits, and does not look round and round.
@@ -247,8 +247,8 @@ void TestSerialPort::silence() {
 
 void TestSerialPort::eachCharacterRestartsTheLimit() {
     // Two gaps of 700 ms under a limit of 1 s.
-    QTimer::singleShot(700, qApp, [this] { terminal_->send("# 02"); });
-    QTimer::singleShot(1400, qApp, [this] { terminal_->send("BD21\r\n"); });
+    QTimer::singleShot(700, this, [this] { terminal_->send("# 02"); });
+    QTimer::singleShot(1400, this, [this] { terminal_->send("BD21\r\n"); });
     QCOMPARE(shown(link_->serialGetResponseChars(1, 8)), "# 02BD21");
 }
 
@@ -288,7 +288,7 @@ void TestSerialPort::floodKeepsTheWindowAlive() {
 void TestSerialPort::hangUpInAWait() {
     int lost = 0;
     port_->onLost([&lost] { ++lost; });
-    QTimer::singleShot(50, qApp, [this] {
+    QTimer::singleShot(50, this, [this] {
         terminal_->send("# 02");
         terminal_->hangUp();
     });
