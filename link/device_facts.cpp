@@ -17,6 +17,10 @@ bool isHungUp(qintptr handle) {
     return poll(&state, 1, 0) == 1 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
 }
 
+bool isThere(qintptr handle) {
+    return !isHungUp(handle);
+}
+
 bool isAbsentUart(const QString& name) {
     QFile type(QStringLiteral("/sys/class/tty/%1/type").arg(name));
     return type.open(QIODevice::ReadOnly) && type.readAll().trimmed() == "0";
@@ -45,6 +49,10 @@ QString otherUserOf(const QString& path) {
 #else
 
 bool isHungUp(qintptr) {
+    return false;
+}
+
+bool isThere(qintptr) {
     return false;
 }
 

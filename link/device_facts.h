@@ -10,6 +10,10 @@ namespace quorvex {
 /// descriptor of an open port. Always false where the system has no such question.
 bool isHungUp(qintptr handle);
 
+/// Whether an open device that has reported an error is still there all the same. Always false where the
+/// system has no such question.
+bool isThere(qintptr handle);
+
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 

@@ -82,10 +82,19 @@ void QtSerialPort::flush() {
 }
 
 void QtSerialPort::failed(QSerialPort::SerialPortError error) {
+    if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError &&
+        error != QSerialPort::WriteError)
+        return;
+    if (isThere(port_.handle())) {
+        // Something to be read was announced and then dropped, or the device takes no more just now. The
+        // toolkit stops listening after that; to be asked for a character makes it listen again.
+        char none = 0;
+        if (port_.bytesAvailable() == 0)
+            port_.read(&none, 1);
+        return;
+    }
     // A device that went away repeats its error without end until the port is closed.
-    if (error == QSerialPort::ReadError || error == QSerialPort::ResourceError ||
-        error == QSerialPort::WriteError)
-        lose();
+    lose();
 }
 
 void QtSerialPort::lose() {

@@ -1,10 +1,14 @@
 #include <sys/resource.h>
+#include <unistd.h>
 
 #include <QCoreApplication>
 #include <QElapsedTimer>
+#include <QScopeGuard>
+#include <QSocketNotifier>
 #include <QTemporaryDir>
 #include <QTest>
 #include <QTimer>
+#include <array>
 #include <atomic>
 #include <chrono>
 #include <memory>
@@ -84,6 +88,8 @@ private Q_SLOTS:
     void everythingIsOnTheWireAtTheFirstWait();
     void sendingDropsWhatWaits();
     void openingDropsWhatWaits();
+    void droppedBehindTheLoopsBack();
+    void unitThatDoesNotRead();
     void allBytesPass();
     void silence_data();
     void silence();
@@ -204,6 +210,59 @@ void TestSerialPort::openingDropsWhatWaits() {
     terminal_->send("#staler\r\n");
     port_->open(kPort);
     QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+}
+
+// What has come is dropped when the event loop has seen it and the port has not read it yet.
+void TestSerialPort::droppedBehindTheLoopsBack() {
+    port_->close();
+    std::array<int, 2> pipe{};
+    QCOMPARE(::pipe(pipe.data()), 0);
+    const auto closePipe = qScopeGuard([&pipe] {
+        ::close(pipe[0]);
+        ::close(pipe[1]);
+    });
+    // Made before the port is opened, so it is served before the port in the same turn of the loop.
+    QSocketNotifier first(pipe[0], QSocketNotifier::Read);
+    port_->open(kPort);
+    QCoreApplication::processEvents();
+    bool lost = false;
+    port_->onLost([&lost] { lost = true; });
+    bool dropped = false;
+    connect(&first, &QSocketNotifier::activated, this, [&] {
+        first.setEnabled(false);
+        port_->discardInput();
+        dropped = true;
+    });
+
+    terminal_->send("# 0139\r\n");
+    QCOMPARE(::write(pipe[1], "!", 1), ssize_t{1});
+    QTRY_VERIFY(dropped);
+    QCoreApplication::processEvents();
+    QVERIFY(!lost);
+    QVERIFY(port_->isOpen());
+    // What comes now still wakes the wait.
+    QElapsedTimer clock;
+    clock.start();
+    QTimer::singleShot(20, this, [this] { terminal_->send("# 0280\r\n"); });
+    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "# 0280");
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestSerialPort::unitThatDoesNotRead() {
+    bool lost = false;
+    port_->onLost([&lost] { lost = true; });
+    const QByteArray line(30, 'x');
+    QByteArray sent;
+    while (sent.size() < 100'000) {  // more than a pseudo-terminal holds
+        link_->serialSendString(line.toStdString());
+        sent += line + "\r\n";
+        QCoreApplication::processEvents();
+    }
+    QVERIFY(!lost);
+    QByteArray arrived;
+    QTRY_VERIFY((arrived += terminal_->arrived()).size() >= sent.size());
+    QCOMPARE(arrived, sent);
+    QVERIFY(!lost);
 }
 
 void TestSerialPort::allBytesPass() {
