@@ -171,8 +171,12 @@ void Visitor::clickListItem(const std::string& text) {
 void Visitor::press(Qt::Key key, Qt::KeyboardModifiers modifiers) {
     waitUntil("the keyboard", [this] {
         QWidget* dialog = QApplication::activeModalWidget();
-        takeKeyboard(dialog ? dialog : &window_);
-        return QGuiApplication::focusWindow() != nullptr;
+        QWidget* front = dialog ? dialog : &window_;
+        takeKeyboard(front);
+        // A list that has just closed may hold the keyboard for a moment longer; one that is open passes it
+        // on.
+        return QApplication::activePopupWidget() ? QGuiApplication::focusWindow() != nullptr
+                                                 : QGuiApplication::focusWindow() == front->windowHandle();
     });
     for (const auto action : {QTest::Press, QTest::Release}) {
         post([action, key, modifiers] {
