@@ -174,7 +174,10 @@ void confirmModuleA(Visitor& visitor) {
 void calibrateBeltpack(Visitor& visitor) {
     visitor.clickTab("BeltPack");
     usePort(visitor, kirkBeltpack().port);
+    visitor.click("CommandRdSettingsBp");  // the settings loaded from the file have emptied the read-outs
+    visitor.waitToSee("LblStatus", "Settings read from Beltpack successfully.");
     startCalibration(visitor, "CommandCalibBp");
+    visitor.expect("LabelMidValue", "4");
 }
 
 void confirmBeltpack(Visitor& visitor) {
@@ -182,6 +185,7 @@ void confirmBeltpack(Visitor& visitor) {
     visitor.waitForNoDialog();
     visitor.waitToSee("LblStatus", "Beltpack Calibrated successfully.");
     visitor.waitToSee("TextFMDev", "63");
+    visitor.waitToSee("TextRssiThr", "72");
 }
 
 void showRScreen(Visitor& visitor) {

@@ -52,9 +52,9 @@ const Unit& kirkBeltpack() {
                             {"10=02", "BPRegulations", "JDECT - JAPAN"},
                             {"15=01", "BPHWRevision", "MX 318825"},
                             {"38=48", "TextRssiThr", "72"},
-                            {"39=0B", "TextFreqAccrRx", "11"},
-                            {"3A=0C", "TextFreqAccrTx", "12"},
-                            {"3C=0D", "TextFreqAccr", "13"},
+                            {"39=03", "TextFreqAccrRx", "3"},
+                            {"3A=05", "TextFreqAccrTx", "5"},
+                            {"3C=04", "TextFreqAccr", "4"},
                             {"3D=28", "TextFMDev", "40"}},
                            "5.21"};
     return unit;
