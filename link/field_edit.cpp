@@ -2,6 +2,8 @@
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
+#include <QValidator>
+#include <algorithm>
 
 #include "link/guard.h"
 #include "link/key_filter.h"
@@ -29,7 +31,23 @@ bool isShortcut(const QKeyEvent& event) {
            !isEnter(event);
 }
 
+/// Pasted text often brings the end of its line along, which must stay out of a field of one line.
+class OneLine : public QValidator {
+public:
+    using QValidator::QValidator;
+    State validate(QString& text, int& cursor) const override {
+        const auto isBreak = [](QChar c) { return c == QLatin1Char('\r') || c == QLatin1Char('\n'); };
+        cursor -= static_cast<int>(std::count_if(text.cbegin(), text.cbegin() + cursor, isBreak));
+        text.removeIf(isBreak);
+        return Acceptable;
+    }
+};
+
 }  // namespace
+
+FieldEdit::FieldEdit(QWidget* parent) : QLineEdit(parent) {
+    setValidator(new OneLine(this));
+}
 
 void FieldEdit::keyPressEvent(QKeyEvent* event) {
     const QString typed = typedText(*event);

@@ -6,10 +6,10 @@
 namespace quorvex {
 
 /// A QLineEdit that tells of its keys, as handlers of this window want them. Only typing counts: pasted
-/// text passes as it is.
+/// text passes as it is, less its line breaks.
 class FieldEdit : public QLineEdit {
 public:
-    using QLineEdit::QLineEdit;
+    explicit FieldEdit(QWidget* parent = nullptr);
 
     /// What becomes of each typed character; see key_filter.h.
     void setKeyFilter(char16_t (*filter)(char16_t)) { filter_ = filter; }

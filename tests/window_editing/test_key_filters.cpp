@@ -23,6 +23,8 @@ private Q_SLOTS:
     void unusualKeys();
     void pasted_data();
     void pasted();
+    void pastedLines_data() { fields(); }
+    void pastedLines();
     void editingKeys_data() { fields(); }
     void editingKeys();
     void status_data();
@@ -147,6 +149,17 @@ void TestKeyFilters::pasted() {
     keys::control('V');
     QCOMPARE(bench_->text(field), text);
     QCOMPARE(bench_->wire.lines(), QStringList());
+}
+
+void TestKeyFilters::pastedLines() {
+    QFETCH(QString, field);
+    keys::empty(*bench_, field);
+    keys::type("89");
+    keys::press(Qt::Key_Left);
+    QApplication::clipboard()->setText("1\r\n2\n3\r\n");
+    keys::control('V');
+    QCOMPARE(bench_->text(field), "81239");
+    QCOMPARE(bench_->control<QLineEdit>(field).cursorPosition(), 4);
 }
 
 void TestKeyFilters::editingKeys() {
