@@ -84,8 +84,10 @@ std::optional<char> FakePort::read() {
 
 void FakePort::write(char c) {
     demandOpen();
-    if (writesBeforeFault_ && (*writesBeforeFault_)-- == 0)
+    if (writesBeforeFault_ && *writesBeforeFault_ == 0)
         throw deviceFault();
+    if (writesBeforeFault_)
+        --*writesBeforeFault_;
     calls_.append(toQt("write " + name(c)));
     written_ += c;
     if (usedUp(writesLeft_))
