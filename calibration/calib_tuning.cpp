@@ -152,7 +152,6 @@ std::int16_t CalibTuning::freqCode() const {
 
 bool CalibTuning::unitAnswers() {
     constexpr int kReplies = 3;  // records that stream in between may come before the reply
-    const Raised exchanging(exchanging_);
     link_.serialSendString("# 0102");
     for (int i = 0; i < kReplies; ++i) {
         const std::string reply = link_.serialGetResponseChars(limit::kReply, kReplyLength);
@@ -165,6 +164,7 @@ bool CalibTuning::unitAnswers() {
 }
 
 void CalibTuning::CommandOK_Click() {
+    const Raised busy(busy_);
     link_.console().hourglass(true);
     if (!unitAnswers()) {
         link_.console().hourglass(false);
@@ -195,7 +195,7 @@ void CalibTuning::tick() {
         window_.unload();
         return;
     }
-    if (rfType_ == 0 || exchanging_)
+    if (rfType_ == 0 || busy_)
         return;
     const std::string record = readStatusRecord();
     if (record == kError) {
@@ -244,7 +244,6 @@ void CalibTuning::reportNoUnit() {
 }
 
 std::string CalibTuning::writeThreshold(std::int16_t threshold) {
-    const Raised exchanging(exchanging_);
     const bool beltpack = target() == Target::beltpack;
     link_.serialSendString((beltpack ? "# 0278" : "# 024B") + HexPad(threshold, 2));
     link_.serialSendString(beltpack ? "# 0138" : "# 010B");
@@ -252,6 +251,7 @@ std::string CalibTuning::writeThreshold(std::int16_t threshold) {
 }
 
 void CalibTuning::CmdSetRssiThr_Click() {
+    const Raised busy(busy_);
     std::int16_t threshold = 0;
     try {
         threshold = toInt16(decimalValue(controls_.rssiThreshold.text()));

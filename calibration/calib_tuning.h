@@ -110,7 +110,7 @@ private:
     bool calClosing_ = false;
     bool dcConnected_ = false;
     bool ticking_ = false;
-    bool exchanging_ = false;  ///< a button waits for a reply
+    bool busy_ = false;  ///< a button's exchange or its message box is under way; ticks read nothing
 };
 
 }  // namespace quorvex

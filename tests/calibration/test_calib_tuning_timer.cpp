@@ -54,6 +54,8 @@ private Q_SLOTS:
     void noTickUnderTheBox();
     void leavesTheReplyToTheButton_data();
     void leavesTheReplyToTheButton();
+    void leavesTheBoxToTheButton_data();
+    void leavesTheBoxToTheButton();
     void closesAtTheNextTick_data();
     void closesAtTheNextTick();
     void closingWaitsForTheRead_data();
@@ -291,6 +293,37 @@ void TestCalibTuningTimer::leavesTheReplyToTheButton() {
     at.tuning.CommandOK_Click();
     QCOMPARE(at.result, CalResult::confirmed);
     QCOMPARE(at.loop.ticks(), 200);
+}
+
+void TestCalibTuningTimer::leavesTheBoxToTheButton_data() {
+    QTest::addColumn<bool>("ok");
+    QTest::newRow("OK, no unit") << true;
+    QTest::newRow("threshold, other value") << false;
+}
+
+// A tick that read inside the button's box would hold the button's last word back for as long as it waits.
+void TestCalibTuningTimer::leavesTheBoxToTheButton() {
+    QFETCH(bool, ok);
+    Open at;
+    at.threshold.type("255");
+    if (!ok)
+        at.port.answer("# 0138", "# 02B800\r\n");
+    FakeLoop::Tick closed = 0;
+    at.console.whileBoxIsShown([&] {
+        const int read = at.port.readCount();
+        at.tuning.Timer1_Timer();
+        QCOMPARE(at.port.readCount(), read);
+        closed = at.loop.ticks();
+    });
+    if (ok)
+        at.tuning.CommandOK_Click();
+    else
+        at.tuning.CmdSetRssiThr_Click();
+    QCOMPARE(at.loop.ticks(), closed);
+    // The next one reads again.
+    at.journal.take();
+    at.port.receive(kRecord);
+    QCOMPARE(at.tick(), kRecordShown);
 }
 
 void TestCalibTuningTimer::closesAtTheNextTick_data() {
