@@ -10,7 +10,8 @@ namespace quorvex {
 namespace {
 
 constexpr std::int32_t kFrameBytes = 512;
-constexpr int kByteLimit = 10000;  ///< a frame is read to its end however slowly it comes
+constexpr std::int32_t kNearlyWhole = 400;  ///< at line speed a tick brings 480 bytes
+constexpr int kByteLimit = 10000;           ///< a frame is read to its end however slowly it comes
 constexpr int kHighestCounter = std::numeric_limits<std::uint8_t>::max();
 
 }  // namespace
@@ -27,7 +28,7 @@ ScreenBits RemoteScreen::bits() const {
 
 bool RemoteScreen::RScreenTimer_Timer() {
     if (capturing_) {
-        if (++ticksInCapture_ > 1)
+        if (++ticksInCapture_ > 1 || link_.dataBuffer().count() < kNearlyWhole)
             window_.repaint(bits());
         return false;
     }

@@ -41,8 +41,9 @@ public:
     RemoteScreen(CommandLink& link, RemoteScreenWindow& window, RemoteScreenFields fields);
 
     /// Takes a frame if one is waiting, then repaints. A tick while another operation is on the port only
-    /// repaints, and so does one while an earlier one still receives, except for the first: a frame takes
-    /// little more than a tick and would be seen torn. True when a whole frame was received.
+    /// repaints, and so does one while an earlier one still receives; the first of those leaves a frame alone
+    /// that is nearly whole, for it takes little more than a tick and would be seen torn. True when a whole
+    /// frame was received.
     bool RScreenTimer_Timer();
     void autoIncValText_Change();
     void CommandScreenDump_Click();

@@ -18,6 +18,7 @@ class TestTicks : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void tickWhileOneWaits_data();
     void tickWhileOneWaits();
     void tickWhileOneWaitsLeavesAMarkerAlone();
     void tickAfterOneThatWaited();
@@ -33,10 +34,22 @@ private Q_SLOTS:
     void windowLivesAtFullLineSpeed();
 };
 
+void TestTicks::tickWhileOneWaits_data() {
+    QTest::addColumn<int>("come");  // characters of the frame before the first of the ticks
+    QTest::addColumn<bool>("isShown");
+    QTest::newRow("first ones") << 100 << true;
+    QTest::newRow("slower than the line") << 399 << true;
+    // A frame at line speed outlasts one tick, and is not shown before its end.
+    QTest::newRow("nearly whole") << 400 << false;
+    QTest::newRow("at line speed") << 480 << false;
+}
+
 void TestTicks::tickWhileOneWaits() {
+    QFETCH(int, come);
+    QFETCH(bool, isShown);
     ScreenBench at;
     const QByteArray bits = pictureBytes(1);
-    at.receive("sync" + bits.first(100));
+    at.receive("sync" + bits.first(come));
     QList<QByteArray> paintedInside;
     const auto inner = [&] {
         const int before = at.port.readCount();
@@ -46,12 +59,12 @@ void TestTicks::tickWhileOneWaits() {
     };
     for (const int tick : {250, 500, 750})
         at.loop.at(tick, inner);
-    at.receiveAt(600, bits.sliced(100, 20));
-    at.receiveAt(800, bits.sliced(120));
+    at.receiveAt(600, bits.sliced(come, 20));
+    at.receiveAt(800, bits.sliced(come + 20));
     QVERIFY(at.tick());
-    // A frame at line speed outlasts one tick; only one that is slower than that is shown before its end.
-    QCOMPARE(paintedInside, QList<QByteArray>({QByteArray(), mixed(bits.first(100), kNothingShown),
-                                               mixed(bits.first(120), kNothingShown)}));
+    const QByteArray part = mixed(bits.first(come), kNothingShown);
+    QCOMPARE(paintedInside, QList<QByteArray>({isShown ? part : QByteArray(), part,
+                                               mixed(bits.first(come + 20), kNothingShown)}));
     QCOMPARE(at.shownFrame(), bits);
     QCOMPARE(at.loop.ticks(), 800);
 }
