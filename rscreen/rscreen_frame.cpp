@@ -74,11 +74,11 @@ std::string RScreenFrame::savePicture(const std::string& path) {
     picture_->image().save(&bitmap, "BMP");
     QSaveFile file(name);
     // Only a file that took every byte replaces the one of its name.
-    const bool whole =
-        file.open(QIODevice::WriteOnly) && file.write(bitmap.data()) == bitmap.size() && file.flush();
+    const bool opened = file.open(QIODevice::WriteOnly);
+    const bool whole = opened && file.write(bitmap.data()) == bitmap.size() && file.flush();
     // The toolkit has no words for a file that ends too early.
-    const bool told =
-        !whole && file.error() != QFileDevice::NoError && file.error() != QFileDevice::WriteError;
+    const bool told = !opened || (!whole && file.error() != QFileDevice::NoError &&
+                                  file.error() != QFileDevice::WriteError);
     if (whole && file.size() == bitmap.size() && file.commit())
         return {};
     const QString problem = told ? file.errorString()

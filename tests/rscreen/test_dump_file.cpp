@@ -221,8 +221,11 @@ void TestDumpFile::noSuchFolder() {
 
 void TestDumpFile::folderOfThatName() {
     QVERIFY(QDir(folder_->path()).mkdir("Grab17.bmp"));
+    QString box;
+    page_->bench.person.beforeOk([&box](QMessageBox& shown) { box = shown.text(); });
     page_->bench.click("CommandScreenDump");
     demandFailure(path("Grab17.bmp"));
+    QVERIFY2(box.contains("directory"), qPrintable(box));
     QVERIFY(QFileInfo(path("Grab17.bmp")).isDir());
 }
 
