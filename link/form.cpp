@@ -1,17 +1,34 @@
 #include "link/form.h"
 
 #include <QFontDatabase>
+#include <QKeyEvent>
 
 #include "link/guard.h"
 
 namespace quorvex {
 
 namespace {
+
 constexpr int kFieldMargins = 16;
-}
+
+/// The toolkit lets Enter press a button in a dialog only; here it does wherever the button has the focus.
+class EnterButton : public QPushButton {
+public:
+    using QPushButton::QPushButton;
+
+protected:
+    void keyPressEvent(QKeyEvent* event) override {
+        if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
+            QPushButton::keyPressEvent(event);
+        else if (!event->isAutoRepeat())
+            click();
+    }
+};
+
+}  // namespace
 
 QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover) {
-    auto* button = new QPushButton(QString::fromUtf8(caption), parent);
+    auto* button = new EnterButton(QString::fromUtf8(caption), parent);
     button->setObjectName(QString::fromLatin1(name));
     button->setToolTip(QString::fromUtf8(hover));
     return button;

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void noAcknowledgement_data();
     void noAcknowledgement();
     void detectedTypeStaysAfterAFailure();
+    void readsByKeyboard_data();
     void readsByKeyboard();
 
 private:
@@ -188,11 +189,19 @@ void TestAntenna::detectedTypeStaysAfterAFailure() {
     QCOMPARE(fields(), QStringList({"33", "40", "4", "old", "3", "old", "old", "old", "old"}));
 }
 
+void TestAntenna::readsByKeyboard_data() {
+    QTest::addColumn<Qt::Key>("key");
+    QTest::newRow("space") << Qt::Key_Space;
+    QTest::newRow("return") << Qt::Key_Return;
+    QTest::newRow("enter") << Qt::Key_Enter;
+}
+
 void TestAntenna::readsByKeyboard() {
+    QFETCH(Qt::Key, key);
     startWith(kRm5, "0");
     auto& button = bench_->control<QPushButton>("CommandRdSettingsAA");
     button.setFocus();
-    QTest::keyClick(&button, Qt::Key_Space);
+    QTest::keyClick(&button, key);
     QCOMPARE(bench_->status(), "black: Settings read from Active Antenna");
     QCOMPARE(bench_->text("TextFmDevA"), "33");
 }

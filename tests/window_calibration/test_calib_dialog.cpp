@@ -45,7 +45,7 @@ void TestCalibDialog::cancelled_data() {
     QTest::addColumn<bool>("kirk");
     QTest::addColumn<QString>("way");
     for (const char* target : {"Beltpack", "A", "B"}) {
-        for (const char* way : {"button", "Esc", "close box", "Alt+C"}) {
+        for (const char* way : {"button", "Enter", "Esc", "close box", "Alt+C"}) {
             QTest::addRow("RM5, %s, %s", target, way) << target << false << way;
             QTest::addRow("Kirk, %s, %s", target, way) << target << true << way;
         }
@@ -61,7 +61,10 @@ void TestCalibDialog::cancelled() {
         at.bench.wire.forgetLines();
         if (way == "Esc")
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
-        else if (way == "close box")
+        else if (way == "Enter") {
+            part(dialog, "CommandCancel").setFocus();
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+        } else if (way == "close box")
             QVERIFY(!dialog.close());  // the timer closes it, not the click
         else if (way == "Alt+C")
             QTest::keyClick(dialog.windowHandle(), Qt::Key_C, Qt::AltModifier);
