@@ -9,6 +9,7 @@
 
 #include "tests/rscreen/bitmap_file.h"
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/without_privileges.h"
 
 namespace quorvex {
 
@@ -29,25 +30,6 @@ QByteArray contentOf(const QString& path) {
 QStringList entriesOf(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
-
-/// Without the rights of the superuser, who is refused nothing, where the tests run as one.
-class WithoutPrivileges {
-public:
-    WithoutPrivileges() : before_(::geteuid()) {
-        constexpr uid_t kNobody = 65534;
-        if (before_ == 0 && ::seteuid(kNobody) != 0)
-            qFatal("the superuser's rights cannot be laid down");
-    }
-    ~WithoutPrivileges() {
-        if (::seteuid(before_) != 0)
-            qFatal("the rights cannot be taken back");
-    }
-    WithoutPrivileges(const WithoutPrivileges&) = delete;
-    WithoutPrivileges& operator=(const WithoutPrivileges&) = delete;
-
-private:
-    uid_t before_;
-};
 
 /// No file grows past `bytes`: every write beyond fails, as on a disk without room.
 class LimitedFileSize {
