@@ -2,20 +2,15 @@
 #include <QMainWindow>
 #include <QMenuBar>
 
-namespace {
-
-/// About what the program's own window takes up, so that both hold the same number of pixels.
-constexpr QSize kProgramWindow{880, 620};
-
-}  // namespace
-
 // The least that a program with a main window is; what it costs is the toolkit's and the system's share.
-// With an argument the window has one menu as well: the least that a window with any text in it costs.
+// Arguments: width and height of the window, so that it holds as many pixels as the one it is compared with;
+// a third one gives it a menu: the least that a window with any text in it costs.
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
+    const QStringList arguments = QApplication::arguments();
     QMainWindow window;
-    window.resize(kProgramWindow);
-    if (QApplication::arguments().size() > 1)
+    window.resize(arguments.value(1).toInt(), arguments.value(2).toInt());
+    if (arguments.size() > 3)
         window.menuBar()->addMenu(QStringLiteral("File"));
     window.show();
     return QApplication::exec();

@@ -6,6 +6,7 @@
 #include "bench/child_process.h"
 #include "bench/figures.h"
 #include "bench/rows.h"
+#include "bench/window_at_work.h"
 
 namespace quorvex::bench {
 
@@ -86,15 +87,19 @@ std::vector<Row> idleRows() {
 std::vector<Row> startRows() {
     BenchTop top;
     top.addBeltpack(kPort, "rm5");
-    Starts().add(
-        "quorvex-bench-empty-window");  // what is read from the disk for the first time is not counted
+    const QSize size = WindowAtWork(kPort).size();
+    const std::vector<std::string> sized{std::to_string(size.width()), std::to_string(size.height())};
+    std::vector<std::string> withMenu = sized;
+    withMenu.emplace_back("menu");
+    // What is read from the disk for the first time is not counted.
+    Starts().add("quorvex-bench-empty-window", sized);
     Starts().add("quorvex-config");
     Starts program;
     Starts empty;
     Starts oneMenu;
     for (int i = 0; i < kStarts; ++i) {  // in turns, so that other work on the machine meets both
-        empty.add("quorvex-bench-empty-window");
-        oneMenu.add("quorvex-bench-empty-window", {"menu"});
+        empty.add("quorvex-bench-empty-window", sized);
+        oneMenu.add("quorvex-bench-empty-window", withMenu);
         program.add("quorvex-config");
     }
     const double took = median(program.seconds);

@@ -31,6 +31,7 @@ public:
     /// Brings the remote screen's page to the front. Throws std::runtime_error when there is none.
     RScreenPicture& showRemoteScreen();
     std::string statusText() const;
+    QSize size() const { return window_->size(); }
 
     CountingPort& port() { return counted_; }
     EventLoop& loop() { return loop_; }
