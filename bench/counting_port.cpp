@@ -4,8 +4,6 @@ namespace quorvex::bench {
 
 namespace {
 
-constexpr double kBitsPerByte = 10;
-
 bool isStart(char c) {
     return c == '#' || c == '!' || c == '^';
 }

@@ -47,5 +47,6 @@ private:
 double wireSeconds(const std::vector<CountedExchange>& exchanges);
 
 inline constexpr int kBaud = 19200;
+inline constexpr int kBitsPerByte = 10;  ///< start bit, eight data bits, stop bit
 
 }  // namespace quorvex::bench

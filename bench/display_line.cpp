@@ -14,7 +14,6 @@ namespace quorvex::bench {
 
 namespace {
 
-constexpr int kBitsPerByte = 10;  // on the wire: start bit, eight data bits, stop bit
 constexpr int kDisplayBytes = 512;
 constexpr auto kPiece = std::chrono::milliseconds(2);  // a serial adapter gathers that much at least
 
