@@ -12,13 +12,9 @@ namespace quorvex {
 
 #ifdef Q_OS_LINUX
 
-bool isHungUp(qintptr handle) {
+std::optional<bool> isHungUp(qintptr handle) {
     pollfd state{static_cast<int>(handle), 0, 0};
     return poll(&state, 1, 0) == 1 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
-}
-
-bool isThere(qintptr handle) {
-    return !isHungUp(handle);
 }
 
 bool isAbsentUart(const QString& name) {
@@ -48,12 +44,8 @@ QString otherUserOf(const QString& path) {
 
 #else
 
-bool isHungUp(qintptr) {
-    return false;
-}
-
-bool isThere(qintptr) {
-    return false;
+std::optional<bool> isHungUp(qintptr) {
+    return std::nullopt;
 }
 
 bool isAbsentUart(const QString&) {

@@ -54,7 +54,8 @@ std::size_t QtSerialPort::waiting() {
     if (!isOpen())
         return 0;
     // What has arrived since the last event is still with the system.
-    if (port_.bytesAvailable() == 0 && !port_.waitForReadyRead(0) && isOpen() && isHungUp(port_.handle()))
+    if (port_.bytesAvailable() == 0 && !port_.waitForReadyRead(0) && isOpen() &&
+        isHungUp(port_.handle()).value_or(false))
         lose();
     return isOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
 }
@@ -85,7 +86,7 @@ void QtSerialPort::failed(QSerialPort::SerialPortError error) {
     if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError &&
         error != QSerialPort::WriteError)
         return;
-    if (isThere(port_.handle())) {
+    if (!isHungUp(port_.handle()).value_or(true)) {
         // Something to be read was announced and then dropped, or the device takes no more just now. The
         // toolkit stops listening after that; to be asked for a character makes it listen again.
         char none = 0;
