@@ -75,14 +75,14 @@ std::string RScreenFrame::savePicture(const std::string& path) {
     QSaveFile file(name);
     // Only a file that took every byte replaces the one of its name.
     const bool opened = file.open(QIODevice::WriteOnly);
-    const bool whole = opened && file.write(bitmap.data()) == bitmap.size() && file.flush();
-    // The toolkit has no words for a file that ends too early.
-    const bool told = !opened || (!whole && file.error() != QFileDevice::NoError &&
-                                  file.error() != QFileDevice::WriteError);
-    if (whole && file.size() == bitmap.size() && file.commit())
+    if (opened && file.write(bitmap.data()) == bitmap.size() && file.flush() &&
+        file.size() == bitmap.size() && file.commit())
         return {};
-    const QString problem = told ? file.errorString()
-                                 : QStringLiteral("The disk did not take the whole picture; it may be full.");
+    // The toolkit has no words for a file that ends too early.
+    const bool endsTooEarly = file.error() == QFileDevice::NoError || file.error() == QFileDevice::WriteError;
+    const QString problem = opened && endsTooEarly
+                                ? QStringLiteral("The disk did not take the whole picture; it may be full.")
+                                : file.errorString();
     file.cancelWriting();
     return (name + QStringLiteral("\r\n") + problem).toStdString();
 }
