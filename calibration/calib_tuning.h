@@ -71,8 +71,8 @@ public:
 
     void CommandOK_Click();
     void CommandCancel_Click();
-    /// A tick that comes while an earlier one still reads does nothing, and none takes the reply that a
-    /// button waits for.
+    /// A tick that comes while an earlier one still reads does nothing. One inside a button's exchange or
+    /// its message box reads nothing: it neither takes the button's reply nor holds up its last word.
     void Timer1_Timer();
     void CmdSetRssiThr_Click();
     /// After each typed character has passed the filter; Enter runs the update.
