@@ -1,4 +1,5 @@
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <cstdlib>
 
 #include "tests/window_calibration/calib_bench.h"
@@ -59,17 +60,18 @@ void TestCalibDialog::cancelled() {
     CalibBench at(target, kirk ? kKirk : kRm5);
     at.calibrate([&](QDialog& dialog) {
         at.bench.wire.forgetLines();
-        if (way == "Esc")
+        if (way == "Esc") {
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Escape);
-        else if (way == "Enter") {
+        } else if (way == "Enter") {
             part(dialog, "CommandCancel").setFocus();
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
-        } else if (way == "close box")
+        } else if (way == "close box") {
             QVERIFY(!dialog.close());  // the timer closes it, not the click
-        else if (way == "Alt+C")
+        } else if (way == "Alt+C") {
             QTest::keyClick(dialog.windowHandle(), Qt::Key_C, Qt::AltModifier);
-        else
+        } else {
             cancel(dialog);
+        }
     });
     QCOMPARE(at.bench.journal.take(), QStringList(dialogOpened(target)));
     QCOMPARE(at.bench.status(), target == "Beltpack" ? "black: Beltpack Calibration Cancelled."
@@ -160,6 +162,7 @@ void TestCalibDialog::liveReadings() {
         QCOMPARE(scale.value(), shown().toInt() + 100);
         cancel(dialog);
     });
+    QCOMPARE(at.bench.journal.take(), QStringList(dialogOpened("Beltpack")));
 }
 
 void TestCalibDialog::noConnection() {
@@ -170,6 +173,7 @@ void TestCalibDialog::noConnection() {
         QCOMPARE(part<QSlider>(dialog, "SliderDCBalance").value(), 100);
         cancel(dialog);
     });
+    QCOMPARE(at.bench.journal.take(), QStringList(dialogOpened("A")));
 }
 
 void TestCalibDialog::silentKirk_data() {
@@ -315,11 +319,13 @@ void TestCalibDialog::enterElsewherePressesNothing() {
             part(dialog, slider).setFocus();
             QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
         }
-        QTest::qWait(20);  // some ticks: a button pressed by mistake would have closed the dialog by now
+        const QSignalSpy ticks(&part<QTimer>(dialog, "Timer1"), &QTimer::timeout);
+        QTRY_VERIFY(ticks.size() >= 3);  // a button pressed by mistake would have closed the dialog by now
         QVERIFY(dialog.isVisible());
         QCOMPARE(at.bench.wire.lines(), QStringList());
         cancel(dialog);
     });
+    QCOMPARE(at.bench.journal.take(), QStringList(dialogOpened("Beltpack")));
 }
 
 void TestCalibDialog::thresholdRefused() {
@@ -340,6 +346,7 @@ void TestCalibDialog::thresholdRefused() {
         part<QTimer>(dialog, "Timer1").start();
         cancel(dialog);
     });
+    QCOMPARE(at.bench.journal.take(), QStringList());
 }
 
 void TestCalibDialog::thresholdOutOfRange() {
@@ -357,6 +364,7 @@ void TestCalibDialog::thresholdOutOfRange() {
         part<QTimer>(dialog, "Timer1").start();
         cancel(dialog);
     });
+    QCOMPARE(at.bench.journal.take(), QStringList());
 }
 
 void TestCalibDialog::faultInTheDialog() {
