@@ -77,17 +77,6 @@ void TestEnding::duringAnExchange_data() {
     }
 }
 
-// Each press starts a read inside the wait of the one before, until no further one is started.
-void TestEnding::deepInExchanges() {
-    constexpr int kPresses = 70;
-    bench_->plugIn(1, {"beltpack", "--module", "rm5", "--fault", "no-version"});
-    QVERIFY(bench_->start());
-    for (int i = 0; i < kPresses; ++i)
-        bench_->program().click("CommandDectPPVerReq");
-    leave("menu");
-    QCOMPARE(bench_->program().end(), "exit 0");
-}
-
 void TestEnding::duringAnExchange() {
     QFETCH(QString, way);
     QFETCH(QString, fault);
@@ -103,6 +92,17 @@ void TestEnding::duringAnExchange() {
     QCOMPARE(bench_->program().end(), "exit 0");
     QVERIFY2(timer.elapsed() < kAtOnceMs, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(bench_->unit().received().last(), line);  // nothing is sent any more
+}
+
+// Each press asks for the version inside the wait of the one before, until no further one is started.
+void TestEnding::deepInExchanges() {
+    constexpr int kPresses = 70;
+    bench_->plugIn(1, {"beltpack", "--module", "rm5", "--fault", "no-version"});
+    QVERIFY(bench_->start());
+    for (int i = 0; i < kPresses; ++i)
+        bench_->program().click("CommandDectPPVerReq");
+    leave("menu");
+    QCOMPARE(bench_->program().end(), "exit 0");
 }
 
 void TestEnding::withoutAPort_data() {
