@@ -1,8 +1,11 @@
 #include "beltpack/qt_file_dialog.h"
 
+#include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
 #include <QFileSystemModel>
+#include <QLineEdit>
+#include <QPushButton>
 
 #include "link/latin1.h"
 
@@ -18,6 +21,15 @@ QStringList nameFilters(const std::string& filter) {
     for (qsizetype i = 0; i < pieces.size(); i += 2)
         descriptions.append(pieces.at(i));
     return descriptions;
+}
+
+/// The toolkit lets only names be opened that pass the filter; here any name may be tried, and one that does
+/// not exist is told of.
+void letAnyNameBeOpened(QFileDialog& dialog, QLineEdit* name) {
+    auto* open = dialog.findChild<QDialogButtonBox*>()->button(QDialogButtonBox::Open);
+    const auto enable = [open, name] { open->setEnabled(!name->text().isEmpty()); };
+    QObject::connect(name, &QLineEdit::textChanged, open, enable);
+    QObject::connect(&dialog, &QFileDialog::filterSelected, open, enable);
 }
 
 }  // namespace
@@ -40,13 +52,15 @@ FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpos
         if (filter.contains(QLatin1String("(*.*)")))
             dialog.findChild<QFileSystemModel*>()->setNameFilters({QStringLiteral("*")});
     });
+    auto* name = dialog.findChild<QLineEdit*>(QStringLiteral("fileNameEdit"));
     if (purpose == Purpose::saving) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
-        dialog.selectFile(toQt(settings.proposedName));
+        name->setText(toQt(settings.proposedName));  // as it stands, even where it could name a folder
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);
+        letAnyNameBeOpened(dialog, name);
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {kCancelled, "Cancel was selected", ""};

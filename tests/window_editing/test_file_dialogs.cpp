@@ -35,6 +35,16 @@ void answer(QDialog& dialog, const QString& name) {
     keys::press(Qt::Key_Return);
 }
 
+/// Puts a name into the field of an open dialog and ends it by Enter or by its button.
+void open(QDialog& dialog, const QString& name, bool byButton) {
+    if (!byButton) {
+        answer(dialog, name);
+        return;
+    }
+    nameField(dialog).setText(name);
+    hand::click(button(dialog, QDialogButtonBox::Open));
+}
+
 void cancel(QDialog& dialog) {
     hand::click(button(dialog, QDialogButtonBox::Cancel));
 }
@@ -58,7 +68,12 @@ private Q_SLOTS:
     void overwriteRefused();
     void overwriteAgreed();
     void newFileIsNotAskedAbout();
+    void mustExist_data();
     void mustExist();
+    void anyNameIsOpened_data();
+    void anyNameIsOpened();
+    void proposedAsItStands_data();
+    void proposedAsItStands();
     void savedFileIsFoundAgain_data();
     void savedFileIsFoundAgain();
     void loads();
@@ -235,11 +250,18 @@ void TestFileDialogs::newFileIsNotAskedAbout() {
     QCOMPARE(content("12345.bpc"), QByteArray("another"));
 }
 
+void TestFileDialogs::mustExist_data() {
+    QTest::addColumn<bool>("byButton");
+    QTest::newRow("Enter") << false;
+    QTest::newRow("button") << true;
+}
+
 void TestFileDialogs::mustExist() {
+    QFETCH(bool, byButton);
     read();
     bool stays = false;
     bench_->person.plan([&](QDialog& dialog) {
-        answer(dialog, pathOf("missing.bpc"));
+        open(dialog, pathOf("missing.bpc"), byButton);
         stays = dialog.isVisible();
         cancel(dialog);
     });
@@ -249,6 +271,47 @@ void TestFileDialogs::mustExist() {
     QCOMPARE(happened.size(), 2);
     QVERIFY2(happened[1].startsWith("box ") && happened[1].contains("missing.bpc"), qPrintable(happened[1]));
     QCOMPARE(bench_->status(), kReadDone);
+}
+
+void TestFileDialogs::anyNameIsOpened_data() {
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<bool>("byButton");
+    for (const char* name : {"12345", "unit.txt", "unit.bpc"}) {
+        QTest::addRow("%s by Enter", name) << name << false;
+        QTest::addRow("%s by the button", name) << name << true;
+    }
+}
+
+// The filter says what is listed, not what may be opened.
+void TestFileDialogs::anyNameIsOpened() {
+    QFETCH(QString, name);
+    QFETCH(bool, byButton);
+    make(name, "K4700\r\n00443186A0\r\n");
+    bench_->person.plan([&](QDialog& dialog) { open(dialog, pathOf(name), byButton); });
+    bench_->click("CommandRead");
+    QCOMPARE(bench_->journal.take(), QStringList{kLoadEntry});
+    QCOMPARE(bench_->text("TextBeltpackId"), "100000");
+}
+
+void TestFileDialogs::proposedAsItStands_data() {
+    QTest::addColumn<QString>("text");
+    for (const char* text : {"", "..", "/", "1/2", "-1.5"})
+        QTest::newRow(text) << text;
+}
+
+void TestFileDialogs::proposedAsItStands() {
+    QFETCH(QString, text);
+    read();
+    bench_->control<QLineEdit>("TextBeltpackId").setText(text);
+    QString folder;
+    bench_->person.plan([&](QDialog& dialog) {
+        folder = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
+        QCOMPARE(nameField(dialog).text(), text);
+        cancel(dialog);
+    });
+    bench_->click("CommandSave");
+    QCOMPARE(bench_->journal.take(), QStringList{kSaveEntry});
+    QCOMPARE(folder, folder_.path());
 }
 
 // The dialog adds no extension, so a file may well have none: "All Files" must show it.
