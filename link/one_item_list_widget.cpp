@@ -4,6 +4,7 @@
 #include <QScopedValueRollback>
 #include <QScrollBar>
 #include <QWheelEvent>
+#include <cstdlib>
 
 #include "link/latin1.h"
 
@@ -114,9 +115,12 @@ void OneItemListWidget::keyPressEvent(QKeyEvent* event) {
 
 void OneItemListWidget::wheelEvent(QWheelEvent* event) {
     // One notch is one item, however many lines the system scrolls elsewhere.
-    wheelRest_ += event->angleDelta().y();
-    step(-wheelRest_ / QWheelEvent::DefaultDeltasPerStep);
-    wheelRest_ %= QWheelEvent::DefaultDeltasPerStep;
+    constexpr int kNotch = QWheelEvent::DefaultDeltasPerStep;
+    for (wheelRest_ += event->angleDelta().y(); std::abs(wheelRest_) >= kNotch;) {
+        const int up = wheelRest_ > 0 ? 1 : -1;
+        wheelRest_ -= up * kNotch;
+        step(-up);
+    }
     event->accept();
 }
 

@@ -38,6 +38,8 @@ private Q_SLOTS:
     void init() { renew(bench_); }
     void wheelStores_data() { lists(); }
     void wheelStores();
+    void severalNotchesAtOnce_data() { lists(); }
+    void severalNotchesAtOnce();
     void keysStore_data() { lists(); }
     void keysStore();
     void stepsPastTheLast_data() { lists(); }
@@ -106,6 +108,19 @@ void TestEditors::wheelStores() {
         hand::turnWheel(*list_->viewport(), by);
         QCOMPARE(stored(), value);
     }
+}
+
+// A quick turn comes as one event of several notches: each counts, the one past the last item too.
+void TestEditors::severalNotchesAtOnce() {
+    fetchList();
+    hand::turnWheel(*list_->viewport(), -2 * kNotch);
+    QCOMPARE(stored(), "02        ");
+    hand::turnWheel(*list_->viewport(), 5 * kNotch);
+    QCOMPARE(stored(), "00        ");
+    hand::turnWheel(*list_->viewport(), -3 * kNotch);
+    QCOMPARE(stored(), "02        ");
+    const bool wraps = list_->objectName() == "BPHWRevision";
+    QCOMPARE(list_->verticalScrollBar()->value(), wraps ? 0 : 2);
 }
 
 void TestEditors::keysStore() {
