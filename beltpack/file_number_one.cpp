@@ -8,6 +8,8 @@ namespace quorvex {
 
 namespace {
 
+constexpr std::size_t kItemLimit = 256;  ///< far more than any item means; the rest is passed over
+
 RuntimeFault alreadyOpen() {
     return {55, "File already open"};
 }
@@ -96,8 +98,13 @@ void FileNumberOne::skipLineEnd() {
 
 std::string FileNumberOne::takeUntil(std::string_view ends) {
     std::string text;
-    for (int c = peek(); c != EOF && ends.find(static_cast<char>(c)) == std::string_view::npos; c = peek())
-        text += static_cast<char>(take());
+    int c = take();
+    for (; c != EOF && ends.find(static_cast<char>(c)) == std::string_view::npos; c = take()) {
+        if (text.size() < kItemLimit)
+            text += static_cast<char>(c);
+    }
+    if (c != EOF)
+        std::ungetc(c, file_);
     return text;
 }
 
@@ -105,7 +112,7 @@ std::string FileNumberOne::readItem() {
     static constexpr std::string_view kItemEnds{",\r\n"};
     if (atEnd())
         throw pastEnd();
-    while (peek() == ' ' || peek() == '\t')
+    while (peek() == ' ')
         take();
     std::string item;
     if (peek() == '"') {

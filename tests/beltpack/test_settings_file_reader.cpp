@@ -93,6 +93,8 @@ void TestSettingsFileReader::rowsOfItems() {
     row("all in one line", "K4700,A0,A1,A2", {"A0", "A1", "A2"});
     row("two commas", "K4700\r\nA0,,A2\r\n", {"A0", "", "A2"});
     row("comma at the line's end", "K4700\r\nA0,\r\nA2\r\n", {"A0", "", "A2"});
+    row("tab before a value", "K4700\r\n\tA0\r\n", {"\tA0"});
+    row("characters behind quotes", "K4700\r\n\"A0\"xyz,A1\r\n", {"A0", "A1"});
     row("blanks behind a comma", "K4700,  A0,  A1", {"A0", "A1"});
     row("quoted signature", "\"K4700\"\r\nA0\r\n", {"A0"});
     row("blanks before a quote", "K4700\r\n  \"A0\"\r\n", {"A0"});
@@ -128,6 +130,8 @@ void TestSettingsFileReader::rejects_data() {
     QTest::newRow("another number") << QByteArray("K4701\r\nA0\r\n");
     QTest::newRow("too short") << QByteArray("K470\r\nA0\r\n");
     QTest::newRow("too long") << QByteArray("K47000\r\nA0\r\n");
+    QTest::newRow("blanks behind it") << QByteArray("K4700  \r\nA0\r\n");
+    QTest::newRow("tab before it") << QByteArray("\tK4700\r\nA0\r\n");
     QTest::newRow("blank inside") << QByteArray("K 4700\r\nA0\r\n");
     QTest::newRow("empty first line") << QByteArray("\r\nK4700\r\n");
     QTest::newRow("comma first") << QByteArray(",K4700\r\n");
