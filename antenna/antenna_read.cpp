@@ -34,14 +34,13 @@ void AntennaRead::readAll() {
         neighbours_.changeRfModuleType(detected);
 
     link_.status("Reading Frequency Accuracy...", kBlack);
-    const bool kirk = detected == 1;
     showFrequency("# 0105", "# 0285", moduleA_.freqAccuracy);
-    if (kirk) {
+    if (isKirk()) {
         showByte("# 0107", "# 0287", moduleA_.freqAdjustRx);
         showByte("# 0109", "# 0289", moduleA_.freqAdjustTx);
     }
     showFrequency("# 0106", "# 0286", moduleB_.freqAccuracy);
-    if (kirk) {
+    if (isKirk()) {
         showByte("# 0108", "# 0288", moduleB_.freqAdjustRx);
         showByte("# 010a", "# 028A", moduleB_.freqAdjustTx);  // sent in lower case, answered in upper
     }

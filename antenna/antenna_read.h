@@ -35,6 +35,7 @@ private:
     /// An antenna that does not answer where it must; ends the read in its failure box.
     struct NoReply {};
 
+    bool isKirk() const { return neighbours_.rfModuleType() == 1; }
     void ReadActiveAntennaSettings(bool setTbr6);
     void readAll();
     bool detectKirk();

@@ -57,6 +57,8 @@ private Q_SLOTS:
     void detects();
     void probeTime_data();
     void probeTime();
+    void typeIsChosenMeanwhile_data();
+    void typeIsChosenMeanwhile();
     void chatter_data();
     void chatter();
 };
@@ -234,6 +236,33 @@ void TestAntennaRead::probeTime() {
     at.run(false);
     QCOMPARE(at.journal.entriesOf("module type"), QStringList(QString("module type becomes %1").arg(kind)));
     QCOMPARE(at.loop.ticks(), waits);
+}
+
+void TestAntennaRead::typeIsChosenMeanwhile_data() {
+    QTest::addColumn<bool>("kirk");
+    QTest::addColumn<QStringList>("lines");  // from the frequency accuracy on
+    QTest::addColumn<QString>("shows");      // for module A and B
+    QTest::newRow("Kirk becomes RM5") << true << QStringList{"# 0105", "# 0106"} << "3 -4";
+    QTest::newRow("RM5 becomes Kirk")
+        << false << QStringList{"# 0105", "# 0107", "# 0109", "# 0106", "# 0108", "# 010a"} << "12 3";
+}
+
+// The window's type counts, not what was detected.
+void TestAntennaRead::typeIsChosenMeanwhile() {
+    QFETCH(bool, kirk);
+    QFETCH(QStringList, lines);
+    QFETCH(QString, shows);
+    AntennaBench at(kirk ? 1 : 0);
+    kirk ? at.connectKirk() : at.connectRm5();
+    at.port.onLine([&](const std::string& line) {
+        if (line != "# 0105")
+            return;
+        at.type = kirk ? 0 : 1;
+        at.connectKirk();  // whatever is asked for now is answered
+    });
+    at.run(false);
+    QCOMPARE(at.port.sentLines().mid(3), lines);
+    QCOMPARE(shown(at.a.freq.text() + " " + at.b.freq.text()), shows);
 }
 
 void TestAntennaRead::chatter_data() {
