@@ -18,9 +18,11 @@ bool isEnter(const QKeyEvent& event) {
 
 /// What a key press types, empty for nothing.
 QString typedText(const QKeyEvent& event) {
-    if (isEnter(event))
-        return event.isAutoRepeat() ? QString()
-                                    : QString(QChar(kEnter));  // held down, it runs an update once
+    if (isEnter(event)) {
+        if (event.isAutoRepeat())
+            return {};  // held down, it runs an update once
+        return QChar(event.modifiers() & Qt::ControlModifier ? kLineFeed : kEnter);
+    }
     // Delete comes with a character of its own, and is none.
     return event.key() == Qt::Key_Delete ? QString() : event.text();
 }
@@ -92,7 +94,8 @@ void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
 
 void FieldEdit::keyReleaseEvent(QKeyEvent* event) {
     QLineEdit::keyReleaseEvent(event);
-    if (keyUp_)
+    // A key that is held down repeats its press; the releases in between are the toolkit's own.
+    if (keyUp_ && !event->isAutoRepeat())
         guarded(keyUp_);
 }
 

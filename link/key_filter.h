@@ -15,5 +15,6 @@ constexpr char16_t upToNine(char16_t c) {
 }
 
 inline constexpr char16_t kEnter = u'\r';
+inline constexpr char16_t kLineFeed = u'\n';  ///< what Control with Enter types
 
 }  // namespace quorvex

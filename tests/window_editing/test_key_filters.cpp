@@ -34,6 +34,7 @@ private Q_SLOTS:
     void swallowedKeyClearsToo();
     void pasteByMouseLeavesTheStatus();
     void parkBSplitsOnRelease();
+    void heldKeyIsReleasedOnce();
 
 private:
     static void fields();
@@ -227,6 +228,22 @@ void TestKeyFilters::pasteByMouseLeavesTheStatus() {
     field.paste();
     QCOMPARE(bench_->text("TextRfCarrs"), "abc");
     QCOMPARE(bench_->status(), kReadDone);
+}
+
+// A key held down repeats its press and, from some keyboards, a release before each: they count for nothing.
+void TestKeyFilters::heldKeyIsReleasedOnce() {
+    keys::empty(*bench_, "TextParkB");
+    QWidget& field = bench_->control("TextParkB");
+    QTest::keyPress(keys::activeWindow(), '1');
+    for (int i = 0; i < 11; ++i) {
+        for (const QEvent::Type type : {QEvent::KeyRelease, QEvent::KeyPress}) {
+            QKeyEvent again(type, Qt::Key_1, Qt::NoModifier, "1", true);
+            QApplication::sendEvent(&field, &again);
+        }
+    }
+    QTest::keyRelease(keys::activeWindow(), '1');
+    QCOMPARE(bench_->text("TextParkB"), QString(12, '1'));
+    QCOMPARE(bench_->text("TextEic"), "");  // it was ten characters only in between
 }
 
 void TestKeyFilters::parkBSplitsOnRelease() {

@@ -52,6 +52,8 @@ private Q_SLOTS:
     void enter();
     void enterHeldDown_data();
     void enterHeldDown();
+    void controlEnter_data() { enterHeldDown_data(); }
+    void controlEnter();
     void enterThatFails();
     void enterThatIsRefused();
     void enterElsewhere_data();
@@ -165,6 +167,16 @@ void TestUpdates::enterHeldDown() {
     }
     QTest::keyRelease(keys::activeWindow(), Qt::Key_Return);
     QCOMPARE(bench_->wire.lines(), QStringList({update.write, update.read}));
+}
+
+// Control with Enter types a line feed, which runs nothing.
+void TestUpdates::controlEnter() {
+    QFETCH(int, row);
+    const Update& update = kUpdates[row];
+    fill(update);
+    keys::press(Qt::Key_Return, Qt::ControlModifier);
+    QCOMPARE(bench_->wire.lines(), QStringList());
+    QCOMPARE(bench_->text(update.field), update.text);
 }
 
 void TestUpdates::enterThatFails() {
