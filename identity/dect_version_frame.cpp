@@ -15,6 +15,7 @@ DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidge
       edit_(makeField(this, names.field, kVersionCharacters)),
       version_(link, names.request, field_) {
     edit_->setAccessibleName(title());
+    edit_->setValidator(nullptr);  // what the unit answers is shown as it stands
     QPushButton* request = makeButton(this, names.button, "Request");
     onClick(request, [this] { version_.request(); });
 

@@ -237,6 +237,7 @@ void TestReadValues::version_data() {
     row("14 characters", "!DECT Version:\r", "");
     row("after other lines", "# 02BF11\r\n! 0400\r\n!DECT Version:9.9;\r\n", "9.9");
     row("the place counts, not the colon", "#xDECT Version:1234567;\r", ":1234567");
+    row("line feed inside", "!DECT Version:1\n23;\r", "1\n23");
     row("silence", "", "Unavailable");
     row("no line end", "!DECT Version:4.07;", "Unavailable");
     row("only other lines", "# 02BF11\r\n! 0400\r\n", "Unavailable");
