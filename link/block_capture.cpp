@@ -5,9 +5,15 @@
 
 namespace quorvex {
 
+namespace {
+/// As many characters as the port's own buffer holds: a unit that sends without end must not hold up the
+/// window.
+constexpr int kMostPassedOver = 4096;
+}  // namespace
+
 bool BlockCapture::synchronise(SerialPort& port) {
     // A character that breaks the marker is used up, an "s" too: matching starts over with the next one.
-    while (port.waiting() > 0) {
+    for (int tried = 0; tried < kMostPassedOver && port.waiting() > 0; ++tried) {
         if (port.read() == 's' && port.read() == 'y' && port.read() == 'n' && port.read() == 'c')
             return true;
     }

@@ -28,7 +28,7 @@ public:
     const std::array<std::int16_t, kCapacity>& bytes() const { return bytes_; }
 
 private:
-    /// False if the marker is not in what has arrived.
+    /// False if the marker is not in what has arrived, or not in the first few thousand characters of it.
     static bool synchronise(SerialPort& port);
 
     std::array<std::int16_t, kCapacity> bytes_{};

@@ -25,6 +25,7 @@ class TestBlockCapture : public QObject {
 private Q_SLOTS:
     void synchronises_data();
     void synchronises();
+    void junkWithoutEnd();
     void waits_data();
     void waits();
     void byteValues();
@@ -78,6 +79,19 @@ void TestBlockCapture::synchronises() {
     QCOMPARE(stored(at.link), block);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
+}
+
+// However much has arrived, one capture passes over as much as a port's buffer holds and no more.
+void TestBlockCapture::junkWithoutEnd() {
+    LinkFixture at;
+    at.port.receive(std::string(10'000, 'x') + "sync12345");
+    for (const std::size_t left : {5913U, 1817U}) {
+        at.link.GetDataBuffer(1, 5);
+        QCOMPARE(stored(at.link), QByteArray());
+        QCOMPARE(at.port.unread().size(), left);
+    }
+    at.link.GetDataBuffer(1, 5);
+    QCOMPARE(stored(at.link), QByteArray("12345"));
 }
 
 void TestBlockCapture::waits_data() {
