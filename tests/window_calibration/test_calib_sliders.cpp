@@ -53,6 +53,7 @@ private Q_SLOTS:
     void ends_data();
     void ends();
     void midMovesAllThree();
+    void midJumps();
     void dragForgetsTheSum();
     void fillingSendsNothing_data();
     void fillingSendsNothing();
@@ -215,6 +216,26 @@ void TestCalibSliders::midMovesAllThree() {
     });
     // What was sent stays sent.
     QCOMPARE(QString::fromStdString(at.unit().value(0x3C)), "04");
+}
+
+// What the middle slider added stays added, where another slider is at its end too.
+void TestCalibSliders::midJumps() {
+    CalibBench at("Beltpack", kKirk);
+    at.bench.control<QLineEdit>("TextFreqAccr").setText("4");
+    at.bench.control<QLineEdit>("TextFreqAccrTx").setText("2");
+    at.bench.control<QLineEdit>("TextFreqAccrRx").setText("6");
+    at.calibrate([&](QDialog& dialog) {
+        part<QTimer>(dialog, "Timer1").stop();
+        at.bench.wire.forgetLines();
+        part<QSlider>(dialog, "SliderMid").setFocus();
+        for (const Qt::Key key : {Qt::Key_End, Qt::Key_Left, Qt::Key_Left, Qt::Key_Home})
+            QTest::keyClick(dialog.windowHandle(), key);
+        QCOMPARE(at.bench.wire.lines(),
+                 QStringList({"# 027907", "# 027a05", "# 027c07", "# 027a04", "# 027c06", "# 027a03",
+                              "# 027c05", "# 027902", "# 027a00", "# 027c00"}));
+        part<QTimer>(dialog, "Timer1").start();
+        cancel(dialog);
+    });
 }
 
 void TestCalibSliders::dragForgetsTheSum() {
