@@ -118,6 +118,10 @@ void FrmMain::settingsNotSaved() {
         Icon::critical, {});
 }
 
+void FrmMain::leaveCalibrationMode() {
+    calibRun_.leaveCalibrationMode();
+}
+
 void FrmMain::showPortLabel(const std::string& text) {
     labelComPort_->setText(toQt(text));
     labelComPort_->setToolTip({});
@@ -142,6 +146,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
     event->accept();
     if (!port_.isOpen())
         return;  // the window unloads normally, and the program ends with it
+    leaveCalibrationMode();
     port_.close();
     endProgram(0);
 }

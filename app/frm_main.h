@@ -35,6 +35,8 @@ public:
     void portLost();
     /// The settings could not be saved.
     void settingsNotSaved();
+    /// The program ends: a unit in calibration mode is told to leave it.
+    void leaveCalibrationMode();
 
 protected:
     void closeEvent(QCloseEvent* event) override;

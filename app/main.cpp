@@ -18,7 +18,8 @@ int main(int argc, char** argv) {
     quorvex::FrmMain window({port, loop, store});
     port.onLost([&window] { window.portLost(); });
     store.onSaveFailed([&window] { window.settingsNotSaved(); });
-    quorvex::setProgramEnd([&port](int status) {
+    quorvex::setProgramEnd([&](int status) {
+        window.leaveCalibrationMode();
         port.close();
         std::fflush(nullptr);
         std::_Exit(status);

@@ -37,36 +37,39 @@ struct CalibRun::Module {
 /// when a fault ends the run: the program may end with it, the unit must not go on streaming.
 class CalibRun::Mode {
 public:
-    Mode(CommandLink& link, const Texts& texts) : link_(link), texts_(texts) {}
+    Mode(CalibRun& run, const Texts& texts) : run_(run), texts_(texts) {}
     ~Mode() { leave(); }
     Mode(const Mode&) = delete;
     Mode& operator=(const Mode&) = delete;
 
     void enter() {
-        link_.serialSendString(texts_.enterMode);
-        entered_ = true;
+        run_.link_.serialSendString(texts_.enterMode);
+        run_.modes_.push_back(this);
     }
     void leave() {
-        if (entered_)
-            link_.serialSendString(texts_.leaveMode);
-        entered_ = false;
+        if (std::erase(run_.modes_, this) > 0)
+            run_.link_.serialSendString(texts_.leaveMode);
     }
 
 private:
-    CommandLink& link_;
+    CalibRun& run_;
     const Texts& texts_;
-    bool entered_ = false;
 };
 
 CalibRun::CalibRun(CommandLink& link, CalibNeighbours& neighbours) : link_(link), neighbours_(neighbours) {}
 
+void CalibRun::leaveCalibrationMode() {
+    while (!modes_.empty())
+        modes_.back()->leave();
+}
+
 std::unique_ptr<CalibDialog> CalibRun::openDialog(const CalibFields& fields, std::int16_t otherFm,
-                                                  const char* caption) {
+                                                  const char* caption, CalResult& result) {
     const std::int16_t fm = valueOf(fields.fmDeviation);
     const std::int16_t frequency = valueOf(fields.freqAccuracy);
     const std::int16_t transmit = valueOf(fields.freqAccuracyTx);
     const std::int16_t receive = valueOf(fields.freqAccuracyRx);
-    auto dialog = neighbours_.createDialog(result_);
+    auto dialog = neighbours_.createDialog(result);
     dialog->Set_Cal_Data(fm, frequency, transmit, receive, otherFm, caption);
     return dialog;
 }
@@ -75,17 +78,19 @@ void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiTh
     static constexpr Texts kTexts{"! 0309E803", "! 03090000", "Beltpack Calibration Cancelled.",
                                   "Beltpack Calibrated successfully.",
                                   "Error occured during Beltpack Calibration."};
-    auto dialog = openDialog(fields, 0, kCalibrateBeltpack);
-    Mode mode(link_, kTexts);
+    CalResult result = CalResult::none;
+    auto dialog = openDialog(fields, 0, kCalibrateBeltpack, result);
+    Mode mode(*this, kTexts);
     if (isKirk()) {
         const std::string threshold = exchange("# 0138");
         if (threshold != kError) {
             dialog->ShowRssiThreshold();
             showNumber(threshold, dialog->rssiThreshold());
         }
-        mode.enter();
     }
-    if (!tune(std::move(dialog), mode, kTexts))
+    if (isKirk())  // asked anew: the type may have been changed in the wait above
+        mode.enter();
+    if (!tune(std::move(dialog), result, mode, kTexts))
         return;
     if (isKirk())
         drain();
@@ -129,8 +134,9 @@ void CalibRun::CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFiel
 }
 
 void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation) {
-    auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption);
-    Mode mode(link_, module.texts);
+    CalResult result = CalResult::none;
+    auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption, result);
+    Mode mode(*this, module.texts);
     if (isKirk()) {
         mode.enter();
         link_.serialSendString("# 010B");
@@ -140,7 +146,7 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
             showNumber(threshold, dialog->rssiThreshold());
         }
     }
-    if (!tune(std::move(dialog), mode, module.texts))
+    if (!tune(std::move(dialog), result, mode, module.texts))
         return;
     link_.serialSendString(module.readFm);
     showNumber(link_.GetActiveAntennaResponse(module.fmReply), fields.fmDeviation);
@@ -152,16 +158,17 @@ void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, 
     }
 }
 
-bool CalibRun::tune(std::unique_ptr<CalibDialog> dialog, Mode& mode, const Texts& texts) {
+bool CalibRun::tune(std::unique_ptr<CalibDialog> dialog, const CalResult& result, Mode& mode,
+                    const Texts& texts) {
     dialog->StartCalTimer();
     dialog->showModally();
     dialog.reset();
     mode.leave();
-    return tellOutcome(texts);
+    return tellOutcome(result, texts);
 }
 
-bool CalibRun::tellOutcome(const Texts& texts) {
-    switch (result_) {
+bool CalibRun::tellOutcome(CalResult result, const Texts& texts) {
+    switch (result) {
         case CalResult::none:
             link_.status(texts.failed, kBlack);
             return false;

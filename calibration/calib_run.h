@@ -3,6 +3,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "calibration/cal_result.h"
 #include "link/command_link.h"
@@ -48,6 +49,10 @@ public:
     void CommandCalibAAA_Click(const CalibFields& moduleA, const CalibFields& moduleB);
     void CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFields& moduleB);
 
+    /// Tells the unit to leave calibration mode if a run has it there: for the program's end, which may come
+    /// in the middle of a run.
+    void leaveCalibrationMode();
+
 private:
     class Mode;
     struct Texts;
@@ -55,12 +60,12 @@ private:
 
     bool isKirk() const { return neighbours_.rfModuleType() == 1; }
     std::unique_ptr<CalibDialog> openDialog(const CalibFields& fields, std::int16_t otherFm,
-                                            const char* caption);
+                                            const char* caption, CalResult& result);
     void calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation);
-    /// Shows the dialog until it has closed and is gone, leaves calibration mode and tells the outcome.
-    /// False: nothing is read back.
-    bool tune(std::unique_ptr<CalibDialog> dialog, Mode& mode, const Texts& texts);
-    bool tellOutcome(const Texts& texts);
+    /// Shows the dialog until it has closed with its `result` and is gone, leaves calibration mode and tells
+    /// the outcome. False: nothing is read back.
+    bool tune(std::unique_ptr<CalibDialog> dialog, const CalResult& result, Mode& mode, const Texts& texts);
+    bool tellOutcome(CalResult result, const Texts& texts);
     void drain();
 
     std::string exchange(const char* line);
@@ -71,7 +76,8 @@ private:
 
     CommandLink& link_;
     CalibNeighbours& neighbours_;
-    CalResult result_ = CalResult::none;
+    std::vector<Mode*>
+        modes_;  ///< of the runs that have the unit in calibration mode, one inside another's wait
 };
 
 }  // namespace quorvex

@@ -27,15 +27,21 @@ private Q_SLOTS:
     void atRest();
     void duringAnExchange_data();
     void duringAnExchange();
+    void duringACalibration_data() { atRest_data(); }
+    void duringACalibration();
+    void faultDuringACalibration();
     void deepInExchanges();
     void withoutAPort_data();
     void withoutAPort();
     void storedPortIsNoNumber();
     void storedModuleIsNoNumber();
+    void productionBeforeAnyRead();
     void idleCostsNothing();
 
 private:
     void leave(const QString& way);
+    /// A Kirk antenna in calibration mode whose threshold is awaited.
+    void startCalibration();
 
     std::unique_ptr<BenchTop> bench_;
 };
@@ -94,6 +100,38 @@ void TestEnding::duringAnExchange() {
     QCOMPARE(bench_->unit().received().last(), line);  // nothing is sent any more
 }
 
+void TestEnding::startCalibration() {
+    bench_->writeSettings("[Settings]\nRfModule=1\n");
+    bench_->plugIn(1, {"antenna", "--module", "kirk", "--fault", "no-reply=0B"});
+    QVERIFY(bench_->start());
+    bench_->program().key("qt_tabwidget_tabbar", Qt::Key_Right);
+    bench_->program().click("CommandCalibAAA");
+    QTRY_VERIFY_WITH_TIMEOUT(bench_->unit().received().contains("# 010B"), kLimitMs);
+}
+
+// The antenna is in calibration mode already while its threshold is awaited; it must not stay there.
+void TestEnding::duringACalibration() {
+    QFETCH(QString, way);
+    startCalibration();
+    leave(way);
+    QCOMPARE(bench_->program().end(), "exit 0");
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->unit().received().last(), "! 03080000", kLimitMs);
+}
+
+// The fault of another handler ends the program in the middle of the run.
+void TestEnding::faultDuringACalibration() {
+    startCalibration();
+    bench_->program().click("TextFmDevB");
+    for (int i = 0; i < 5; ++i)
+        bench_->program().key("TextFmDevB", Qt::Key_9);
+    bench_->program().click("CommandCalibAAB");
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + "Run-time error '6':\r\n\r\nOverflow",
+                              kLimitMs);
+    bench_->program().clickOk();
+    QCOMPARE(bench_->program().end(), "exit 1");
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->unit().received().last(), "! 03080000", kLimitMs);
+}
+
 // Each press asks for the version inside the wait of the one before, until no further one is started.
 void TestEnding::deepInExchanges() {
     constexpr int kPresses = 70;
@@ -148,6 +186,17 @@ void TestEnding::storedModuleIsNoNumber() {
                               kLimitMs);
     bench_->program().clickOk();
     QCOMPARE(bench_->program().end(), "exit 1");
+}
+
+void TestEnding::productionBeforeAnyRead() {
+    bench_->plugIn(1, {"beltpack", "--module", "rm5"});
+    QVERIFY(bench_->start());
+    bench_->program().click("buttonSetProdSettiings");
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + "Run-time error '13':\r\n\r\nType mismatch",
+                              kLimitMs);
+    bench_->program().clickOk();
+    QCOMPARE(bench_->program().end(), "exit 1");
+    QCOMPARE(bench_->unit().received(), QStringList());
 }
 
 void TestEnding::idleCostsNothing() {

@@ -1,6 +1,7 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <limits>
+#include <utility>
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/run_bench.h"
@@ -40,6 +41,10 @@ private Q_SLOTS:
     void faultBeforeTheDialog();
     void typeChangesOnTheWay_data();
     void typeChangesOnTheWay();
+    void anotherRunInside();
+    void programEnds_data();
+    void programEnds();
+    void programEndsAtRest();
 };
 
 void TestCalibRunFailures::silentThreshold_data() {
@@ -260,6 +265,66 @@ void TestCalibRunFailures::typeChangesOnTheWay() {
     at.run(target);
     const QStringList lines = at.port.sentLines();
     QCOMPARE(lines.filter(QRegularExpression("^! 030[89]0000$")).size(), lines.filter("E803").size());
+    // An antenna is in calibration mode by then; a Beltpack that is none of a Kirk's is not put there any
+    // more.
+    QCOMPARE(lines.filter("E803").size(), target == "Beltpack" ? 0 : 1);
+}
+
+void TestCalibRunFailures::anotherRunInside() {
+    // A second press while the threshold is awaited: that run ends well, the outer one does not.
+    RunBench at(1);
+    at.connect();
+    bool inside = false;
+    at.port.onLine([&](const std::string& line) {
+        if (line != "# 0138" || std::exchange(inside, true))
+            return;
+        at.endWith(CalResult::confirmed);
+        at.run("Beltpack");
+        at.whileShown = nullptr;
+    });
+    at.run("Beltpack");
+    QCOMPARE(at.journal.entriesOf("status "),
+             QStringList({"status black: Beltpack Calibrated successfully.",
+                          "status black: Error occured during Beltpack Calibration."}));
+    QVERIFY(at.journal.entries().last().startsWith("status "));  // nothing is read back after that
+}
+
+void TestCalibRunFailures::programEnds_data() {
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<int>("type");
+    QTest::addColumn<QString>("leave");
+    QTest::newRow("Kirk Beltpack") << "Beltpack" << 1 << "! 03090000";
+    QTest::newRow("Kirk module A") << "A" << 1 << "! 03080000";
+    QTest::newRow("Kirk module B") << "B" << 1 << "! 03080000";
+    QTest::newRow("RM5 Beltpack") << "Beltpack" << 0 << QString();
+    QTest::newRow("RM5 module A") << "A" << 0 << QString();
+}
+
+void TestCalibRunFailures::programEnds() {
+    QFETCH(QString, target);
+    QFETCH(int, type);
+    QFETCH(QString, leave);
+    RunBench at(type);
+    at.connect();
+    QStringList lines;
+    at.whileShown = [&] {
+        const qsizetype before = at.port.sentLines().size();
+        at.calib.leaveCalibrationMode();
+        lines = at.port.sentLines().mid(before);
+    };
+    at.run(target);
+    QCOMPARE(lines, leave.isEmpty() ? QStringList() : QStringList(leave));
+    QCOMPARE(at.port.sentLines().filter(QRegularExpression("^! 030[89]0000$")), lines);  // told once
+}
+
+void TestCalibRunFailures::programEndsAtRest() {
+    RunBench at(1);
+    at.connect();
+    at.endWith(CalResult::confirmed);
+    at.run("A");
+    const QStringList lines = at.port.sentLines();
+    at.calib.leaveCalibrationMode();
+    QCOMPARE(at.port.sentLines(), lines);
 }
 
 QTEST_APPLESS_MAIN(TestCalibRunFailures)
