@@ -7,11 +7,15 @@ namespace quorvex {
 
 namespace {
 
+/// Real UARTs, whatever their make, come first; what is neither they nor an adapter comes last.
 int rank(const std::string& name) {
-    if (name.starts_with("ttyUSB"))
-        return 1;
-    if (name.starts_with("ttyACM"))
-        return 2;
+    constexpr const char* kAfterUarts[] = {"ttyUSB", "ttyACM", "ttyGS", "rfcomm", "tnt"};
+    int place = 0;
+    for (const char* kind : kAfterUarts) {
+        ++place;
+        if (name.starts_with(kind))
+            return place;
+    }
     return 0;
 }
 

@@ -24,6 +24,8 @@ void TestSerialPortOrder::orders_data() {
     QTest::newRow("USB by number") << QStringList{"ttyUSB1", "ttyUSB2", "ttyUSB10"};
     QTest::newRow("kinds") << QStringList{"ttyS0", "ttyS4", "ttyUSB0", "ttyUSB3", "ttyACM0", "ttyACM1"};
     QTest::newRow("built-in of several makes") << QStringList{"ttyAMA0", "ttyAMA1", "ttyS0", "ttyUSB0"};
+    QTest::newRow("other kinds") << QStringList{"ttyS0",   "ttyUSB0", "ttyACM0", "ttyGS0",
+                                                "rfcomm0", "rfcomm1", "tnt0"};
     QTest::newRow("without a number") << QStringList{"ttyS0", "ttyUSB", "ttyACM"};
 }
 
