@@ -53,7 +53,7 @@ FrmMain::FrmMain(Machine machine)
       rfModule_(machine.store,
                 {beltpackPage_->calibFrame(), antennaPage_->moduleA(), antennaPage_->moduleB()}),
       rfModulePicker_(this),
-      startup_(machine.port, portChoice_, rfModule_, *this),
+      startup_(portChoice_, rfModule_, *this),
       calibRun_(link_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
     setWindowTitle(toQt(kProgramTitle));
@@ -124,9 +124,18 @@ void FrmMain::leaveCalibrationMode() {
 
 void FrmMain::showPortLabel(const std::string& text) {
     labelComPort_->setText(toQt(text));
-    labelComPort_->setToolTip({});
-    if (port_.isOpen())
-        labelComPort_->setToolTip(findPortDevice(portChoice_.GetComPort()).path);
+    labelComPort_->setToolTip(portHover());
+}
+
+QString FrmMain::portHover() const {
+    if (portChoice_.lastOpened() == 0)
+        return {};
+    // The port that is really open: the label tells the stored number.
+    const PortDevice device = findPortDevice(portChoice_.lastOpened());
+    return port_.isOpen() ? device.path
+                          : device.description(
+                                QStringLiteral("Not open: close any other program that uses it, then choose "
+                                               "the port again in the menu."));
 }
 
 void FrmMain::showPortDialog() {

@@ -43,6 +43,8 @@ protected:
 
 private:
     void showPortLabel(const std::string& text) override;
+    /// Which device the port is, and why it is not open.
+    QString portHover() const;
     void showPortDialog() override;
     int rfModuleType() const override { return rfModule_.type(); }
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override;

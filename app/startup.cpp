@@ -4,8 +4,8 @@
 
 namespace quorvex {
 
-Startup::Startup(SerialPort& port, PortChoice& choice, RfModule& rfModule, PortWindow& window)
-    : port_(port), choice_(choice), rfModule_(rfModule), window_(window) {}
+Startup::Startup(PortChoice& choice, RfModule& rfModule, PortWindow& window)
+    : choice_(choice), rfModule_(rfModule), window_(window) {}
 
 void Startup::load() {
     std::string number;  // stays empty when the fault comes before the port is known
@@ -13,7 +13,7 @@ void Startup::load() {
         rfModule_.load();
         const int stored = choice_.GetComPort();
         number = std::to_string(stored);
-        port_.open(stored);
+        choice_.open(stored);
         window_.showPortLabel("COM" + number);
     } catch (const RuntimeFault&) {
         choice_.reportNotOpened(number);

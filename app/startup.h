@@ -4,7 +4,6 @@
 
 #include "calibration/rf_module.h"
 #include "link/port_choice.h"
-#include "link/serial_port.h"
 
 namespace quorvex {
 
@@ -20,7 +19,7 @@ public:
 /// What happens when the main window loads, and the menu's way to another port.
 class Startup {
 public:
-    Startup(SerialPort& port, PortChoice& choice, RfModule& rfModule, PortWindow& window);
+    Startup(PortChoice& choice, RfModule& rfModule, PortWindow& window);
 
     /// Takes the stored radio module, then opens the stored port. A fault in either is told as a port that
     /// could not be opened, and the port dialog follows.
@@ -28,7 +27,6 @@ public:
     void mnuComPort_Click();
 
 private:
-    SerialPort& port_;
     PortChoice& choice_;
     RfModule& rfModule_;
     PortWindow& window_;

@@ -21,9 +21,10 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     comboCom_->setObjectName(QStringLiteral("ComboCom"));
     comboCom_->setMinimumWidth(kWidth);
     comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
-    for (int number = 1; number <= PortChoice::kPortsOffered; ++number) {
-        comboCom_->addItem(QStringLiteral("COM%1").arg(number));
-        comboCom_->setItemData(number - 1, findPortDevice(number).description(), Qt::ToolTipRole);
+    for (const PortDevice& device : findPortDevices(PortChoice::kPortsOffered)) {
+        const int index = comboCom_->count();
+        comboCom_->addItem(QStringLiteral("COM%1").arg(index + 1));
+        comboCom_->setItemData(index, device.description(), Qt::ToolTipRole);
     }
     auto* line = new QFrame(this);
     line->setObjectName(QStringLiteral("Line1"));

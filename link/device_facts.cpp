@@ -3,6 +3,8 @@
 #include <QCoreApplication>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
+#include <algorithm>
 
 #ifdef Q_OS_LINUX
 #include <poll.h>
@@ -22,22 +24,46 @@ bool isAbsentUart(const QString& name) {
     return type.open(QIODevice::ReadOnly) && type.readAll().trimmed() == "0";
 }
 
+namespace {
+
+QString nameOf(const QString& process) {
+    QFile command(QStringLiteral("/proc/%1/cmdline").arg(process));
+    const QByteArray program =
+        command.open(QIODevice::ReadOnly) ? command.readAll().split('\0').constFirst() : QByteArray();
+    return QStringLiteral("%1 (%2)").arg(QFileInfo(QString::fromLocal8Bit(program)).fileName(), process);
+}
+
+/// The live process that a lock file of the customary kind names; empty when there is none.
+QString lockHolder(const QString& path) {
+    const QString device =
+        path.mid(QStringLiteral("/dev/").size()).replace(QLatin1Char('/'), QLatin1Char('_'));
+    QFile lock(QStringLiteral("/var/lock/LCK..") + device);
+    const QString process =
+        lock.open(QIODevice::ReadOnly) ? QString::fromLatin1(lock.readLine().trimmed()) : QString();
+    return !process.isEmpty() && QFileInfo::exists(QStringLiteral("/proc/") + process) ? process : QString();
+}
+
+bool hasOpen(const QString& process, const QString& path) {
+    const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
+    const QFileInfoList links = files.entryInfoList(QDir::AllEntries | QDir::System);
+    return std::any_of(links.begin(), links.end(),
+                       [&path](const QFileInfo& link) { return link.symLinkTarget() == path; });
+}
+
+}  // namespace
+
 QString otherUserOf(const QString& path) {
     const QString self = QString::number(QCoreApplication::applicationPid());
+    const QString holder = lockHolder(path);
+    if (!holder.isEmpty())
+        return holder == self ? QString() : nameOf(holder);
+    // A pseudo-terminal is held open by whoever serves it, which keeps nobody out.
+    if (path.startsWith(QLatin1String("/dev/pts/")))
+        return {};
     const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
     for (const QString& process : processes) {
-        if (process == self || !process.at(0).isDigit())
-            continue;
-        const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
-        const QFileInfoList links = files.entryInfoList(QDir::AllEntries | QDir::System);
-        for (const QFileInfo& link : links) {
-            if (link.symLinkTarget() != path)
-                continue;
-            QFile name(QStringLiteral("/proc/%1/comm").arg(process));
-            const QString program =
-                name.open(QIODevice::ReadOnly) ? QString::fromLocal8Bit(name.readAll().trimmed()) : QString();
-            return QStringLiteral("%1 (%2)").arg(program, process);
-        }
+        if (process != self && process.at(0).isDigit() && hasOpen(process, path))
+            return nameOf(process);
     }
     return {};
 }

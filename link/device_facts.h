@@ -14,8 +14,8 @@ std::optional<bool> isHungUp(qintptr handle);
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 
-/// The other process that has the device open, as "name (process id)"; empty when none is known. Processes
-/// of other users may stay unseen.
+/// The other process that keeps the device for itself, as "name (process id)"; empty when none is known.
+/// Processes of other users may stay unseen.
 QString otherUserOf(const QString& path);
 
 }  // namespace quorvex

@@ -19,11 +19,16 @@ int PortChoice::preselected() const {
     return index;
 }
 
+void PortChoice::open(int number) {
+    lastOpened_ = number;
+    port_.close();
+    port_.open(number);
+}
+
 bool PortChoice::CmdOK_Click(int index) {
     const int number = index + 1;
     try {
-        port_.close();
-        port_.open(number);
+        open(number);
     } catch (const RuntimeFault&) {
         reportNotOpened(std::to_string(number));
         return false;

@@ -24,6 +24,11 @@ public:
     /// property value" for a stored number that the drop-down does not hold.
     int preselected() const;
 
+    /// Opens port `number` in place of the one that is open. Throws RuntimeFault; no port is open then.
+    void open(int number);
+    /// The port that was opened last, or could not be; 0 before the first.
+    int lastOpened() const { return lastOpened_; }
+
     /// OK in the dialog with item `index` (-1: none) selected. True: port opened and stored, the dialog
     /// closes. False: the operator has been told, the port is closed, nothing is stored.
     bool CmdOK_Click(int index);
@@ -38,6 +43,7 @@ private:
     SerialPort& port_;
     SettingsStore& store_;
     Console& console_;
+    int lastOpened_ = 0;
 };
 
 inline constexpr const char* kNoComms = "No Comms";

@@ -3,6 +3,8 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSerialPortInfo>
+#include <optional>
+#include <string>
 
 #include "link/device_facts.h"
 #include "link/serial_port_order.h"
@@ -19,14 +21,18 @@ PortDevice atLink(const QString& link) {
     return device;
 }
 
-PortDevice nthOnMachine(int number) {
+/// The serial ports of the machine in their order.
+std::vector<std::string> portsOfMachine() {
     std::vector<std::string> names;
     const auto ports = QSerialPortInfo::availablePorts();
     for (const QSerialPortInfo& port : ports) {
         if (!isAbsentUart(port.portName()))
             names.push_back(port.portName().toStdString());
     }
-    names = inPortOrder(std::move(names));
+    return inPortOrder(std::move(names));
+}
+
+PortDevice nthOf(const std::vector<std::string>& names, int number) {
     PortDevice device;
     device.asked = QStringLiteral("serial port %1 of this machine").arg(number);
     if (number >= 1 && number <= static_cast<int>(names.size()))
@@ -34,6 +40,30 @@ PortDevice nthOnMachine(int number) {
             QStringLiteral("/dev/") + QString::fromStdString(names[static_cast<std::size_t>(number - 1)]);
     return device;
 }
+
+/// Finds the devices of port numbers; looks through the machine at most once.
+class PortFinder {
+public:
+    PortDevice find(int number) {
+        const QString name = QStringLiteral("COM%1").arg(number);
+#ifdef Q_OS_WIN
+        return {name, name};
+#else
+        constexpr char kFolder[] = "QUORVEX_PORTS";
+        if (qEnvironmentVariableIsSet(kFolder))
+            return atLink(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
+        const QString system = QStringLiteral("/dev/quorvex/") + name;
+        if (QFileInfo::exists(system))
+            return atLink(system);
+        if (!machine_)
+            machine_ = portsOfMachine();
+        return nthOf(*machine_, number);
+#endif
+    }
+
+private:
+    std::optional<std::vector<std::string>> machine_;
+};
 
 QString problemOf(const PortDevice& device) {
     if (device.path.isEmpty())
@@ -51,23 +81,23 @@ QString problemOf(const PortDevice& device) {
 
 }  // namespace
 
-QString PortDevice::description() const {
+QString PortDevice::description(const QString& otherwise) const {
     const QString where = path.isEmpty() ? asked : path;
-    const QString problem = problemOf(*this);
+    const QString known = problemOf(*this);
+    const QString& problem = known.isEmpty() ? otherwise : known;
     return problem.isEmpty() ? where : where + QLatin1Char('\n') + problem;
 }
 
 PortDevice findPortDevice(int number) {
-    const QString name = QStringLiteral("COM%1").arg(number);
-#ifdef Q_OS_WIN
-    return {name, name};
-#else
-    constexpr char kFolder[] = "QUORVEX_PORTS";
-    if (qEnvironmentVariableIsSet(kFolder))
-        return atLink(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
-    const QString system = QStringLiteral("/dev/quorvex/") + name;
-    return QFileInfo::exists(system) ? atLink(system) : nthOnMachine(number);
-#endif
+    return PortFinder().find(number);
+}
+
+std::vector<PortDevice> findPortDevices(int highest) {
+    PortFinder finder;
+    std::vector<PortDevice> devices;
+    for (int number = 1; number <= highest; ++number)
+        devices.push_back(finder.find(number));
+    return devices;
 }
 
 }  // namespace quorvex

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <vector>
 
 namespace quorvex {
 
@@ -10,12 +11,15 @@ struct PortDevice {
     QString asked;  ///< where it was looked for, for the operator
 
     /// One or two lines for a hover text: which device it is, and when something stands in the way of opening
-    /// it what that is and what to do. Looks through the machine's processes, so it takes its time.
-    QString description() const;
+    /// it what that is and what to do, or `otherwise` when nothing is known to. May look through the
+    /// machine's processes, so it takes its time.
+    QString description(const QString& otherwise = {}) const;
 };
 
 /// COM`number` on this machine: the link of that name in the folder $QUORVEX_PORTS if that variable is set
 /// (nothing else is tried then), else in /dev/quorvex, else the n-th serial port found. "COMn" on Windows.
 PortDevice findPortDevice(int number);
+/// COM1 to COM`highest`, in order; looks through the machine once.
+std::vector<PortDevice> findPortDevices(int highest);
 
 }  // namespace quorvex

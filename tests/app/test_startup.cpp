@@ -47,7 +47,7 @@ struct Fixture {
     FakeFrame frame{journal};
     PortChoice choice{port, store, console};
     RfModule rfModule{store, {frame, frame, frame}};
-    Startup startup{port, choice, rfModule, window};
+    Startup startup{choice, rfModule, window};
 };
 
 const QStringList kRm5Layout{"layout Calibrate RM5 Module", "layout Calibrate RM5 Module A",

@@ -171,8 +171,13 @@ void TestSettings::hoverTextsTellTheDevice() {
     QVERIFY(bench_->start());
     const QString device = QFileInfo(bench_->portLink(1)).canonicalFilePath();
     QVERIFY(device.startsWith("/dev/pts/"));
-    QVERIFY2(bench_->program().get("LabelComPort", "toolTip").toString().contains(device),
-             qPrintable(bench_->program().get("LabelComPort", "toolTip").toString()));
+    QCOMPARE(bench_->program().get("LabelComPort", "toolTip").toString(), device);
+    // After a cancel the label tells the stored number, its hover text still the port that is open.
+    bench_->writeSettings("[Settings]\nComPort=5\n");
+    openDialog("mnuComPort", "ComSelect");
+    closeDialog("CmdCancel", "ComSelect");
+    QCOMPARE(bench_->program().text("LabelComPort"), "COM5");
+    QCOMPARE(bench_->program().get("LabelComPort", "toolTip").toString(), device);
 }
 
 // Two programs cannot share a port: the second one says so and offers another.
@@ -186,6 +191,8 @@ void TestSettings::busyPort() {
     QTRY_COMPARE_WITH_TIMEOUT(second.dialogs(), QStringList("ComSelect"), kLimitMs);
     second.click("CmdCancel");
     QTRY_COMPARE_WITH_TIMEOUT(second.text("LabelComPort"), "No Comms", kLimitMs);
+    const QString holder = QString("In use by quorvex-config (%1)").arg(bench_->program().id());
+    QTRY_VERIFY_WITH_TIMEOUT(second.get("LabelComPort", "toolTip").toString().contains(holder), kLimitMs);
     bench_->program().click("CommandDectPPVerReq");
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "4.07", kLimitMs);
 }

@@ -11,11 +11,11 @@ class WithoutPrivileges {
 public:
     WithoutPrivileges() : before_(::geteuid()) {
         constexpr uid_t kNobody = 65534;
-        if (before_ == 0 && ::seteuid(kNobody) != 0)
+        if (before_ == 0 && ::setresuid(kNobody, kNobody, before_) != 0)
             qFatal("the superuser's rights cannot be laid down");
     }
     ~WithoutPrivileges() {
-        if (::seteuid(before_) != 0)
+        if (::setresuid(before_, before_, before_) != 0)
             qFatal("the rights cannot be taken back");
     }
     WithoutPrivileges(const WithoutPrivileges&) = delete;
