@@ -47,9 +47,18 @@ void QtSettingsStore::save(std::string_view key, std::string_view text) {
     QDir().mkpath(QFileInfo(location()).absolutePath());
 #endif
     QSettings settings(location(), kFormat);
+    const QVariant before = settings.value(settingKey(key));
     settings.setValue(settingKey(key), toQt(text));
     settings.sync();
-    if (settings.status() != QSettings::NoError && saveFailed_)
+    // Lines that make no sense are reported as an error too, but the rest has been saved.
+    if (settings.status() != QSettings::AccessError)
+        return;
+    // The toolkit keeps what it could not write and would hand it out; what is stored counts.
+    if (before.isValid())
+        settings.setValue(settingKey(key), before);
+    else
+        settings.remove(settingKey(key));
+    if (saveFailed_)
         saveFailed_();
 }
 

@@ -17,7 +17,7 @@ public:
     /// The file, or the registry branch.
     static QString location();
 
-    /// Called when something could not be saved.
+    /// Called when something could not be saved; what was stored before stays.
     void onSaveFailed(std::function<void()> handler) { saveFailed_ = std::move(handler); }
 
 private:
