@@ -30,6 +30,7 @@ private Q_SLOTS:
     void mayBeTriedAgain();
     void cancels();
     void cancelAfterFailedOk();
+    void cancelAfterOk();
     void cancelDuringFailingOk();
     void slidersMoveDuringTheCheck();
     void threshold_data();
@@ -179,6 +180,17 @@ void TestCalibTuningButtons::cancelAfterFailedOk() {
     at.open(kBeltpackCaption);
     at.tuning.CommandOK_Click();
     QCOMPARE(at.result, CalResult::none);
+    at.tuning.CommandCancel_Click();
+    QCOMPARE(at.result, CalResult::cancelled);
+}
+
+// The dialog is still there until the next tick; the last word counts.
+void TestCalibTuningButtons::cancelAfterOk() {
+    TuningBench at(0);
+    at.open(kBeltpackCaption);
+    at.port.answer("# 0102", kReply);
+    at.tuning.CommandOK_Click();
+    QCOMPARE(at.result, CalResult::confirmed);
     at.tuning.CommandCancel_Click();
     QCOMPARE(at.result, CalResult::cancelled);
 }

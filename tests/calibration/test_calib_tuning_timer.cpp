@@ -46,6 +46,7 @@ private Q_SLOTS:
     void records();
     void oneRecordATick();
     void rm5ReadsNothing();
+    void otherTypesReadAsAKirk();
     void silence_data();
     void silence();
     void lastMomentOfTheLimit();
@@ -58,6 +59,7 @@ private Q_SLOTS:
     void leavesTheBoxToTheButton();
     void closesAtTheNextTick_data();
     void closesAtTheNextTick();
+    void cancelDuringTheCheck();
     void closingWaitsForTheRead_data();
     void closingWaitsForTheRead();
     void silenceAfterCancel();
@@ -219,6 +221,14 @@ void TestCalibTuningTimer::rm5ReadsNothing() {
     QCOMPARE(at.tick(), QStringList("unload"));
 }
 
+void TestCalibTuningTimer::otherTypesReadAsAKirk() {
+    for (const int rfType : {5, -1}) {
+        Open at(rfType);
+        at.port.receive(kRecord);
+        QCOMPARE(at.tick(), kRecordShown);
+    }
+}
+
 void TestCalibTuningTimer::silence_data() {
     QTest::addColumn<QList<int>>("ticks");  // when one more character of a record comes
     QTest::addColumn<int>("ends");
@@ -350,6 +360,21 @@ void TestCalibTuningTimer::closesAtTheNextTick() {
     QCOMPARE(at.tick(), QStringList("unload"));
     QCOMPARE(at.port.readCount(), read);
     QCOMPARE(at.result, ok ? CalResult::confirmed : CalResult::cancelled);
+}
+
+// The next tick closes the dialog, whatever OK still waits for.
+void TestCalibTuningTimer::cancelDuringTheCheck() {
+    Open at(0);
+    FakeLoop::Tick unloaded = -1;
+    at.loop.at(100, [&] { at.tuning.CommandCancel_Click(); });
+    at.loop.at(400, [&] {
+        if (at.tick().contains("unload"))
+            unloaded = at.loop.ticks();
+    });
+    at.tuning.CommandOK_Click();
+    QCOMPARE(unloaded, 400);
+    QCOMPARE(at.loop.ticks(), 2000);
+    QCOMPARE(at.result, CalResult::cancelled);
 }
 
 void TestCalibTuningTimer::closingWaitsForTheRead_data() {
