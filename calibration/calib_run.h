@@ -20,7 +20,7 @@ public:
     virtual void ShowRssiThreshold() = 0;
     virtual TextField& rssiThreshold() = 0;
     virtual void StartCalTimer() = 0;
-    /// Modal; returns when the dialog has closed. Throws a fault that a handler of the dialog left uncaught.
+    /// Modal; returns when the dialog has closed.
     virtual void showModally() = 0;
 };
 

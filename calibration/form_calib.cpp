@@ -204,8 +204,8 @@ void FormCalib::handle(const std::function<void()>& handler) {
         try {
             handler();
         } catch (const RuntimeFault&) {
-            fault_ = std::current_exception();
-            unload();
+            timer1_->stop();  // no tick comes in between while the fault is told
+            throw;
         }
     });
 }
@@ -216,10 +216,7 @@ void FormCalib::Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16
 }
 
 void FormCalib::showModally() {
-    if (!fault_)
-        exec();
-    if (fault_)
-        std::rethrow_exception(fault_);
+    exec();
 }
 
 void FormCalib::unload() {

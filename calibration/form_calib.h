@@ -6,7 +6,6 @@
 #include <QPushButton>
 #include <QSlider>
 #include <QTimer>
-#include <exception>
 
 #include "calibration/calib_run.h"
 #include "calibration/calib_tuning.h"
@@ -52,7 +51,7 @@ private:
     void buildDcBalance();
     void buildButtons();
     void fitFaces();
-    /// Runs a handler; a fault that it leaves uncaught closes the dialog and goes on to who showed it.
+    /// Runs a handler of the dialog; a fault that it leaves uncaught ends the program, as everywhere.
     void handle(const std::function<void()>& handler);
     /// Kept for keys pressed on the buttons and the first sliders; does nothing.
     void CalKeyHook(int /*key*/) {}
@@ -65,7 +64,6 @@ private:
     LineEditField rssiThreshold_;
     QPushButton *cmdSetRssiThr_, *commandOk_, *commandCancel_;
     QTimer* timer1_;
-    std::exception_ptr fault_;
     CalibTuning tuning_;
 };
 

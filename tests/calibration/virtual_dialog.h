@@ -13,7 +13,8 @@
 namespace quorvex {
 
 /// The calibration dialog without a window: the real logic, sliders in memory, and a timer that ticks in
-/// virtual time wherever the program waits, inside other waits too. A fault closes it, as the real one.
+/// virtual time wherever the program waits, inside other waits too. A fault closes it and comes out of
+/// showModally(), for the test to see.
 class VirtualDialog : public CalibDialog, private CalibWindow {
 public:
     static constexpr FakeLoop::Tick kTickMs = 400;

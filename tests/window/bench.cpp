@@ -9,7 +9,10 @@ namespace quorvex {
 
 Bench::Bench() {
     qputenv("QUORVEX_PORTS", noPorts.path().toLocal8Bit());
-    setProgramEnd([this](int status) { journal.note("end " + QString::number(status)); });
+    setProgramEnd([this](int status) {
+        window_->leaveCalibrationMode();
+        journal.note("end " + QString::number(status));
+    });
     wire.onLine([this](const QString& line) {
         steps_ << line + (isHourglassUp() ? " | hourglass | " : " | pointer | ") + status();
         const auto deed = deeds_.find(line);
