@@ -140,6 +140,7 @@ QString FrmMain::portHover() const {
 
 void FrmMain::showPortDialog() {
     ComSelect(portChoice_, this).exec();
+    link_.portChosen();
 }
 
 std::unique_ptr<CalibDialog> FrmMain::createDialog(CalResult& result) {

@@ -25,7 +25,7 @@ CommandLink::CommandLink(SerialPort& port, EventLoop& loop, Console& console)
     : port_(port), loop_(loop), console_(console) {}
 
 void CommandLink::serialSendString(std::string_view command) {
-    ++commandsSent_;
+    ++interruptions_;
     try {
         port_.discardInput();
         for (const char c : command)
@@ -84,8 +84,8 @@ std::string CommandLink::GetActiveAntennaResponse(std::string_view expected) {
 }
 
 void CommandLink::GetDataBuffer(int limitUnits, std::int32_t count) {
-    const std::uint32_t before = commandsSent_;
-    dataBuffer_.capture(port_, loop_, limitUnits, count, [&] { return commandsSent_ != before; });
+    const std::uint32_t before = interruptions_;
+    dataBuffer_.capture(port_, loop_, limitUnits, count, [&] { return interruptions_ != before; });
 }
 
 void CommandLink::status(std::string_view text, Colour colour) {

@@ -48,8 +48,11 @@ public:
     std::string GetActiveAntennaResponse(std::string_view expected);
 
     /// Skips to the sync marker and fills the data buffer with up to `count` bytes; see BlockCapture. Ends
-    /// early when a command has been sent meanwhile: what follows answers that one.
+    /// early when a command has been sent or another port chosen meanwhile: what follows answers that one, or
+    /// comes from another unit.
     void GetDataBuffer(int limitUnits, std::int32_t count);
+    /// Another port may have been chosen.
+    void portChosen() { ++interruptions_; }
     /// Number of characters that have arrived and were not read; 0 on a closed port.
     std::size_t waitingCharacters() { return port_.waiting(); }
     const BlockCapture& dataBuffer() const { return dataBuffer_; }
@@ -67,7 +70,7 @@ private:
     EventLoop& loop_;
     Console& console_;
     BlockCapture dataBuffer_;
-    std::uint32_t commandsSent_ = 0;
+    std::uint32_t interruptions_ = 0;  ///< of a block that is being captured
 };
 
 }  // namespace quorvex

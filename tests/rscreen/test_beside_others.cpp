@@ -104,7 +104,7 @@ void TestBesideOthers::readInsideAFrame() {
     demandRecovery();
 }
 
-// What the port that was left had begun, the other one need not complete: a picture may be lost, not more.
+// What the port that was left had begun, the other one does not complete.
 void TestBesideOthers::portIsChosenInsideAFrame() {
     page_->receive("sync" + kDots.first(100));
     page_->bench.person.plan([](QDialog& dialog) { hand::click(*dialog.findChild<QWidget*>("CmdOK")); });
@@ -114,7 +114,9 @@ void TestBesideOthers::portIsChosenInsideAFrame() {
     });
     page_->tick();
     page_->bench.journal.take();
+    QCOMPARE(shown(), ScreenPage::drawn(kDots.first(100)));
     page_->tick();
+    QCOMPARE(shown(), ScreenPage::drawn(pictureBytes(5)));
     demandRecovery();
 }
 
