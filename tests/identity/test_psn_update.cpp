@@ -62,6 +62,7 @@ void TestPsnUpdate::updates_data() {
     row("other prefix", "12345", "03039", "# 0681FFFFF03039\r\n", "FFFFF03039");
     row("lower case", "1048575", "FFFFF", "# 068100443fffff\r\n", "00443fffff");
     row("head of the reply", "12345", "03039", "!xxxxx0044303039\r\n", "0044303039");
+    row("0 and no number", "0", "00000", "# 068100443xyzzy\r\n", "00443xyzzy");
     row("more than was asked for", "12345", "03039", "# 06810044303039FF\r\n", "0044303039");
 }
 

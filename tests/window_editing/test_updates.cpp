@@ -48,6 +48,8 @@ private Q_SLOTS:
     void otherValue();
     void silent_data() { updates(); }
     void silent();
+    void twiceAtOnce_data() { updates(); }
+    void twiceAtOnce();
     void enter_data();
     void enter();
     void enterHeldDown_data();
@@ -121,6 +123,20 @@ void TestUpdates::silent() {
     bench_->click(update.button);
     QCOMPARE(bench_->clock.nowMs - before, 2000);
     QCOMPARE(bench_->journal.take(), QStringList{kNotReadBack});
+    QCOMPARE(bench_->status(), QString("black: ") + update.notDone);
+    QVERIFY(!Bench::isHourglassUp());
+}
+
+// A second press inside the first one's wait: each writes, reads back and tells by itself.
+void TestUpdates::twiceAtOnce() {
+    QFETCH(int, row);
+    const Update& update = kUpdates[row];
+    bench_->wire.plugIn(nullptr);
+    fill(update);
+    bench_->duringExchange(update.read, [&] { bench_->click(update.button); });
+    bench_->click(update.button);
+    QCOMPARE(bench_->wire.lines(), QStringList({update.write, update.read, update.write, update.read}));
+    QCOMPARE(bench_->journal.take(), QStringList({kNotReadBack, kNotReadBack}));
     QCOMPARE(bench_->status(), QString("black: ") + update.notDone);
     QVERIFY(!Bench::isHourglassUp());
 }

@@ -56,6 +56,8 @@ private Q_SLOTS:
     void goneHalfWay_data();
     void goneHalfWay();
     void cablePulled();
+    void readInside();
+    void writeInside();
     void afterAFailedRead();
     void fromOneUnitToAnother();
     void productionBeforeARead();
@@ -155,6 +157,36 @@ void TestWrite::cablePulled() {
     QCOMPARE(bench_->status(), kNoContact);
     bench_->click("CommandWrite");
     QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+}
+
+// The read inside runs to its end; the write's own reply never comes.
+void TestWrite::readInside() {
+    sim::Beltpack& unit = bench_->startWith(kRm5);
+    read();
+    unit.addFault(sim::parseFault("no-reply=05,once"));
+    bench_->duringExchange("# 0105", [&] {
+        bench_->click("CommandRdSettingsBp");
+        QCOMPARE(bench_->status(), "green: Settings read from Beltpack successfully.");
+    });
+    bench_->click("CommandWrite");
+    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->status(), kNoContact);
+    QVERIFY(!Bench::isHourglassUp());
+}
+
+void TestWrite::writeInside() {
+    sim::Beltpack& unit = bench_->startWith(kRm5);
+    read();
+    unit.addFault(sim::parseFault("no-reply=05,once"));
+    bench_->duringExchange("# 0105", [&] {
+        bench_->click("CommandWrite");
+        QCOMPARE(bench_->status(), kWritten);
+    });
+    bench_->click("CommandWrite");
+    QCOMPARE(headsOf(bench_->wire.lines()), heads().mid(0, 10) + heads());
+    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->status(), kNoContact);
+    QVERIFY(!Bench::isHourglassUp());
 }
 
 // The buttons stay enabled after a failed read, and the image is empty then.
