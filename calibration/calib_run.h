@@ -76,8 +76,7 @@ private:
 
     CommandLink& link_;
     CalibNeighbours& neighbours_;
-    std::vector<Mode*>
-        modes_;  ///< of the runs that have the unit in calibration mode, one inside another's wait
+    std::vector<Mode*> modes_;  ///< entered and not yet left, by runs inside each other's waits
 };
 
 }  // namespace quorvex
