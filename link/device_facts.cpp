@@ -38,9 +38,16 @@ QString lockHolder(const QString& path) {
     const QString device =
         path.mid(QStringLiteral("/dev/").size()).replace(QLatin1Char('/'), QLatin1Char('_'));
     QFile lock(QStringLiteral("/var/lock/LCK..") + device);
-    const QString process =
-        lock.open(QIODevice::ReadOnly) ? QString::fromLatin1(lock.readLine().trimmed()) : QString();
-    return !process.isEmpty() && QFileInfo::exists(QStringLiteral("/proc/") + process) ? process : QString();
+    if (!lock.open(QIODevice::ReadOnly))
+        return {};
+    const QString process = QString::fromLatin1(lock.readLine().trimmed());
+    const QString program = QString::fromLocal8Bit(lock.readLine().trimmed());
+    if (process.isEmpty() || !QFileInfo::exists(QStringLiteral("/proc/") + process))
+        return {};
+    // The number of a program that was killed may have gone to another one.
+    const QString running =
+        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process))).fileName();
+    return program.isEmpty() || running.isEmpty() || running == program ? process : QString();
 }
 
 bool hasOpen(const QString& process, const QString& path) {

@@ -1,3 +1,5 @@
+#include <unistd.h>
+
 #include <QFile>
 #include <QFileInfo>
 #include <QTest>
@@ -66,6 +68,17 @@ void TestPortDevice::staleLock() {
     QVERIFY(::kill(static_cast<pid_t>(bench_->program().id()), SIGKILL) == 0);
     QCOMPARE(bench_->program().end(), "crash");
     QCOMPARE(findPortDevice(1).description(), device());
+    // Nor does it when another program has got the number of the one that was killed.
+    QFile lock(device().replace("/dev/pts/", "/var/lock/LCK..pts_"));
+    QVERIFY(lock.open(QIODevice::ReadOnly));
+    const QList<QByteArray> lines = lock.readAll().split('\n');
+    QCOMPARE(lines.value(1), QByteArray("quorvex-config"));
+    lock.close();
+    QVERIFY(lock.open(QIODevice::WriteOnly));
+    lock.write(QByteArray::number(::getppid()) + '\n' + lines.mid(1).join('\n'));
+    lock.close();
+    QCOMPARE(findPortDevice(1).description(), device());
+    QVERIFY(lock.remove());
 }
 
 void TestPortDevice::noRights() {
