@@ -35,6 +35,13 @@ void drag(QSlider& slider, int pixels) {
     QTest::mouseRelease(window, Qt::LeftButton, {}, from + QPoint(pixels, 0));
 }
 
+/// What the sliders of a Kirk Beltpack start from.
+void fill(CalibBench& at, const char* mid, const char* transmit, const char* receive) {
+    at.bench.control<QLineEdit>("TextFreqAccr").setText(mid);
+    at.bench.control<QLineEdit>("TextFreqAccrTx").setText(transmit);
+    at.bench.control<QLineEdit>("TextFreqAccrRx").setText(receive);
+}
+
 QString twoDigits(int value) {
     return QString("%1").arg(value, 2, 16, QLatin1Char('0')).toUpper();
 }
@@ -193,9 +200,7 @@ void TestCalibSliders::ends() {
 
 void TestCalibSliders::midMovesAllThree() {
     CalibBench at("Beltpack", kKirk);
-    at.bench.control<QLineEdit>("TextFreqAccr").setText("4");
-    at.bench.control<QLineEdit>("TextFreqAccrTx").setText("2");
-    at.bench.control<QLineEdit>("TextFreqAccrRx").setText("6");
+    fill(at, "4", "2", "6");
     at.calibrate([&](QDialog& dialog) {
         part<QTimer>(dialog, "Timer1").stop();
         auto& mid = part<QSlider>(dialog, "SliderMid");
@@ -221,9 +226,7 @@ void TestCalibSliders::midMovesAllThree() {
 // What the middle slider added stays added, where another slider is at its end too.
 void TestCalibSliders::midJumps() {
     CalibBench at("Beltpack", kKirk);
-    at.bench.control<QLineEdit>("TextFreqAccr").setText("4");
-    at.bench.control<QLineEdit>("TextFreqAccrTx").setText("2");
-    at.bench.control<QLineEdit>("TextFreqAccrRx").setText("6");
+    fill(at, "4", "2", "6");
     at.calibrate([&](QDialog& dialog) {
         part<QTimer>(dialog, "Timer1").stop();
         at.bench.wire.forgetLines();
@@ -240,9 +243,7 @@ void TestCalibSliders::midJumps() {
 
 void TestCalibSliders::dragForgetsTheSum() {
     CalibBench at("Beltpack", kKirk);
-    at.bench.control<QLineEdit>("TextFreqAccr").setText("4");
-    at.bench.control<QLineEdit>("TextFreqAccrTx").setText("20");
-    at.bench.control<QLineEdit>("TextFreqAccrRx").setText("20");
+    fill(at, "4", "20", "20");
     at.calibrate([&](QDialog& dialog) {
         part<QTimer>(dialog, "Timer1").stop();
         auto& mid = part<QSlider>(dialog, "SliderMid");
