@@ -3,7 +3,7 @@
 #include <QVBoxLayout>
 
 #include "antenna/antenna_read.h"
-#include "link/form.h"
+#include "form/make.h"
 
 namespace quorvex {
 

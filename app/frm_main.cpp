@@ -7,14 +7,14 @@
 #include <QTabWidget>
 #include <QVBoxLayout>
 
+#include "app/com_select.h"
 #include "app/rscreen_page.h"
 #include "app/version.h"
 #include "calibration/form_calib.h"
-#include "link/com_select.h"
-#include "link/guard.h"
-#include "link/latin1.h"
-#include "link/message_box.h"
+#include "form/guard.h"
+#include "form/message_box.h"
 #include "link/port_device.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -56,7 +56,7 @@ FrmMain::FrmMain(Machine machine)
       startup_(portChoice_, rfModule_, *this),
       calibRun_(link_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
-    setWindowTitle(toQt(kProgramTitle));
+    setWindowTitle(fromLatin1(kProgramTitle));
     buildMenus();
     beltpackPage_->connectTo(rfModule_, calibRun_);
     antennaPage_->connectTo(rfModule_, calibRun_);
@@ -123,7 +123,7 @@ void FrmMain::leaveCalibrationMode() {
 }
 
 void FrmMain::showPortLabel(const std::string& text) {
-    labelComPort_->setText(toQt(text));
+    labelComPort_->setText(fromLatin1(text));
     labelComPort_->setToolTip(portHover());
 }
 

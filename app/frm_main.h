@@ -10,9 +10,9 @@
 #include "calibration/calib_run.h"
 #include "calibration/form_rf_module.h"
 #include "calibration/rf_module.h"
+#include "form/qt_console.h"
 #include "link/command_link.h"
 #include "link/port_choice.h"
-#include "link/qt_console.h"
 #include "link/settings_store.h"
 
 namespace quorvex {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 
 #include "app/frm_main.h"
-#include "link/guard.h"
+#include "form/guard.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"

@@ -3,8 +3,8 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "link/form.h"
-#include "link/guard.h"
+#include "form/guard.h"
+#include "form/make.h"
 
 namespace quorvex {
 

@@ -7,8 +7,8 @@
 
 #include "beltpack/production_values.h"
 #include "beltpack/settings_editors.h"
-#include "link/one_item_list_widget.h"
-#include "link/qt_controls.h"
+#include "form/one_item_list_widget.h"
+#include "form/qt_controls.h"
 
 namespace quorvex {
 

@@ -6,8 +6,8 @@
 #include <QVBoxLayout>
 #include <QtMath>
 
-#include "link/form.h"
-#include "link/latin1.h"
+#include "form/make.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -37,7 +37,7 @@ FormCfgSummary::FormCfgSummary(const std::string& SummaryText, QWidget* parent) 
     face.setStyleHint(QFont::Monospace, QFont::PreferMatch);
     face.setPointSizeF(9.75);
     text->setFont(face);
-    text->setPlainText(toQt(SummaryText));
+    text->setPlainText(fromLatin1(SummaryText));
     fitToText(text);
 
     QPushButton* ok = makeButton(this, "CommandOK", "&OK");

@@ -7,7 +7,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -16,7 +16,7 @@ namespace {
 /// The descriptions of a filter text "description|pattern|description|pattern": in the toolkit's form a
 /// description carries its pattern in brackets, as these do.
 QStringList nameFilters(const std::string& filter) {
-    const QStringList pieces = toQt(filter).split(QLatin1Char('|'));
+    const QStringList pieces = fromLatin1(filter).split(QLatin1Char('|'));
     QStringList descriptions;
     for (qsizetype i = 0; i < pieces.size(); i += 2)
         descriptions.append(pieces.at(i));
@@ -43,7 +43,7 @@ FileDialog::Choice QtFileDialog::chooseForLoading(const Settings& settings) {
 }
 
 FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpose) {
-    QFileDialog dialog(parent_, toQt(settings.title), folder_);
+    QFileDialog dialog(parent_, fromLatin1(settings.title), folder_);
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilters(nameFilters(settings.filter));
@@ -56,7 +56,7 @@ FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpos
     if (purpose == Purpose::saving) {
         dialog.setAcceptMode(QFileDialog::AcceptSave);
         dialog.setFileMode(QFileDialog::AnyFile);
-        name->setText(toQt(settings.proposedName));  // as it stands, even where it could name a folder
+        name->setText(fromLatin1(settings.proposedName));  // as it stands, even where it could name a folder
     } else {
         dialog.setAcceptMode(QFileDialog::AcceptOpen);
         dialog.setFileMode(QFileDialog::ExistingFile);

@@ -7,7 +7,7 @@
 #include "beltpack/form_cfg_summary.h"
 #include "beltpack/settings_file.h"
 #include "beltpack/settings_summary.h"
-#include "link/form.h"
+#include "form/make.h"
 
 namespace quorvex {
 

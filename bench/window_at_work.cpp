@@ -10,8 +10,8 @@
 #include <stdexcept>
 
 #include "bench/figures.h"
-#include "link/guard.h"
-#include "link/latin1.h"
+#include "form/guard.h"
+#include "link/qt_text.h"
 
 namespace quorvex::bench {
 

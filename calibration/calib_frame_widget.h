@@ -8,8 +8,8 @@
 
 #include "calibration/calib_run.h"
 #include "calibration/rf_module.h"
-#include "link/field_edit.h"
-#include "link/qt_controls.h"
+#include "form/field_edit.h"
+#include "form/qt_controls.h"
 
 namespace quorvex {
 

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "link/key_filter.h"
 #include "link/number_text.h"
 #include "link/runtime_fault.h"
 

@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <chrono>
 
-#include "link/form.h"
-#include "link/guard.h"
-#include "link/key_filter.h"
-#include "link/latin1.h"
+#include "form/guard.h"
+#include "form/key_filter.h"
+#include "form/make.h"
+#include "link/qt_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -238,11 +238,11 @@ bool FormCalib::eventFilter(QObject* watched, QEvent* event) {
 }
 
 std::string FormCalib::caption() const {
-    return fromQt(windowTitle());
+    return toLatin1(windowTitle());
 }
 
 void FormCalib::setCaption(const std::string& caption) {
-    setWindowTitle(toQt(caption));
+    setWindowTitle(fromLatin1(caption));
 }
 
 void FormCalib::showKirkFrame(bool shown) {
@@ -251,11 +251,11 @@ void FormCalib::showKirkFrame(bool shown) {
 }
 
 void FormCalib::showRssi(const std::string& text) {
-    labelRssi_->setText(toQt(text));
+    labelRssi_->setText(fromLatin1(text));
 }
 
 void FormCalib::showDcBalance(const std::string& text) {
-    labelDcBal_->setText(toQt(text));
+    labelDcBal_->setText(fromLatin1(text));
 }
 
 }  // namespace quorvex

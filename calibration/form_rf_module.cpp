@@ -4,7 +4,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "link/form.h"
+#include "form/make.h"
 
 namespace quorvex {
 

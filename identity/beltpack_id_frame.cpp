@@ -2,8 +2,8 @@
 
 #include <QHBoxLayout>
 
-#include "link/form.h"
-#include "link/key_filter.h"
+#include "form/key_filter.h"
+#include "form/make.h"
 
 namespace quorvex {
 

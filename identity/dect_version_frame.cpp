@@ -2,7 +2,7 @@
 
 #include <QHBoxLayout>
 
-#include "link/form.h"
+#include "form/make.h"
 
 namespace quorvex {
 

@@ -2,8 +2,8 @@
 
 #include <QGroupBox>
 
+#include "form/qt_controls.h"
 #include "identity/dect_version.h"
-#include "link/qt_controls.h"
 
 namespace quorvex {
 

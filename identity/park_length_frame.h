@@ -2,9 +2,9 @@
 
 #include <QGroupBox>
 
+#include "form/field_edit.h"
+#include "form/qt_controls.h"
 #include "identity/pli_update.h"
-#include "link/field_edit.h"
-#include "link/qt_controls.h"
 
 namespace quorvex {
 

@@ -1,7 +1,6 @@
 #include "identity/pli_update.h"
 
 #include "identity/verified_update.h"
-#include "link/key_filter.h"
 #include "link/number_text.h"
 #include "link/runtime_fault.h"
 

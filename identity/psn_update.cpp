@@ -4,7 +4,6 @@
 #include <limits>
 
 #include "identity/verified_update.h"
-#include "link/key_filter.h"
 #include "link/number_text.h"
 
 namespace quorvex {

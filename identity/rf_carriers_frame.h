@@ -2,10 +2,10 @@
 
 #include <QGroupBox>
 
+#include "form/field_edit.h"
+#include "form/one_item_list_widget.h"
+#include "form/qt_controls.h"
 #include "identity/rf_carriers_update.h"
-#include "link/field_edit.h"
-#include "link/one_item_list_widget.h"
-#include "link/qt_controls.h"
 
 namespace quorvex {
 

@@ -3,8 +3,8 @@
 #include <QGridLayout>
 #include <QHBoxLayout>
 
-#include "link/form.h"
-#include "link/key_filter.h"
+#include "form/key_filter.h"
+#include "form/make.h"
 
 namespace quorvex {
 

@@ -9,6 +9,10 @@ namespace quorvex {
 // The controls of the window as operations see them. Text is Latin-1, as on the wire; parts of file names
 // are UTF-8.
 
+// What a handler of typed keys gets for Enter, and for Control with Enter.
+inline constexpr char16_t kEnter = u'\r';
+inline constexpr char16_t kLineFeed = u'\n';
+
 /// A text field.
 class TextField {
 public:

@@ -5,7 +5,7 @@
 #include <QSettings>
 #include <QStandardPaths>
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -18,7 +18,7 @@ constexpr auto kFormat = QSettings::IniFormat;
 #endif
 
 QString settingKey(std::string_view key) {
-    return QStringLiteral("Settings/") + toQt(key);
+    return QStringLiteral("Settings/") + fromLatin1(key);
 }
 
 }  // namespace
@@ -39,7 +39,7 @@ std::string QtSettingsStore::get(std::string_view key, std::string_view byDefaul
     if (!stored.isValid())
         return std::string(byDefault);
     // A text with commas comes back as its pieces.
-    return fromQt(stored.toStringList().join(QLatin1Char(',')));
+    return toLatin1(stored.toStringList().join(QLatin1Char(',')));
 }
 
 void QtSettingsStore::save(std::string_view key, std::string_view text) {
@@ -48,7 +48,7 @@ void QtSettingsStore::save(std::string_view key, std::string_view text) {
 #endif
     QSettings settings(location(), kFormat);
     const QVariant before = settings.value(settingKey(key));
-    settings.setValue(settingKey(key), toQt(text));
+    settings.setValue(settingKey(key), fromLatin1(text));
     settings.sync();
     // Lines that make no sense are reported as an error too, but the rest has been saved.
     if (settings.status() != QSettings::AccessError)

@@ -5,8 +5,8 @@
 #include <QSaveFile>
 #include <chrono>
 
-#include "link/form.h"
-#include "link/guard.h"
+#include "form/guard.h"
+#include "form/make.h"
 
 namespace quorvex {
 

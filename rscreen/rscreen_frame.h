@@ -5,8 +5,8 @@
 #include <QTimer>
 #include <QWidget>
 
-#include "link/field_edit.h"
-#include "link/qt_controls.h"
+#include "form/field_edit.h"
+#include "form/qt_controls.h"
 #include "rscreen/remote_screen.h"
 #include "rscreen/rscreen_picture.h"
 

@@ -86,7 +86,7 @@ struct FileBench {
     QStringList values() const {
         QStringList all;
         for (int i = 0; i <= 20; ++i)
-            all << toQt(image[i].value.str());
+            all << fromLatin1(image[i].value.str());
         return all;
     }
 

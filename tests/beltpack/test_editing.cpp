@@ -1,6 +1,6 @@
 #include <QTest>
 
-#include "link/key_filter.h"
+#include "form/key_filter.h"
 #include "tests/beltpack/write_bench.h"
 #include "tests/support/rows.h"
 

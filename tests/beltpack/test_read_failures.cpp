@@ -214,7 +214,7 @@ void TestBeltpackReadFailures::unplugged() {
     else
         bench.connectRm5();
     bench.port.onLine([&](const std::string& sent) {
-        if (toQt(sent) == line)
+        if (fromLatin1(sent) == line)
             bench.port.unplug();
     });
     bench.read.CommandRdSettingsBp_Click();
@@ -255,7 +255,7 @@ void TestBeltpackReadFailures::portFault() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.port.onLine([&](const std::string& sent) {
-        if (toQt(sent) == line)
+        if (fromLatin1(sent) == line)
             bench.port.failReads();
     });
     bench.read.CommandRdSettingsBp_Click();

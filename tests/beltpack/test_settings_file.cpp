@@ -174,7 +174,7 @@ void TestSettingsFile::roundTrip() {
     QFETCH(QString, value);
     FileBench bench;
     for (int i = 0; i <= 20; ++i)
-        bench.image[i].value = fromQt(value);
+        bench.image[i].value = toLatin1(value);
     const QStringList before = bench.values();
     QCOMPARE(bench.save(bench.pathOf("new.bpc")), QStringList{kSaved});
     bench.image.clearValues();

@@ -5,7 +5,7 @@
 #include <QTimer>
 #include <random>
 
-#include "link/guard.h"
+#include "form/guard.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "simulator/active_antenna.h"

@@ -37,12 +37,12 @@ void TestSerialPortOrder::orders() {
     std::sort(names.begin(), names.end(), std::greater<>());
     QStringList result;
     for (const std::string& name : inPortOrder(names))
-        result.append(toQt(name));
+        result.append(fromLatin1(name));
     QCOMPARE(result, inOrder);
     std::sort(names.begin(), names.end());
     result.clear();
     for (const std::string& name : inPortOrder(names))
-        result.append(toQt(name));
+        result.append(fromLatin1(name));
     QCOMPARE(result, inOrder);
 }
 

@@ -45,7 +45,7 @@ void BeltpackBench::setDigits(int index, const std::string& digits) {
 QStringList BeltpackBench::values() const {
     QStringList all;
     for (int i = 0; i <= 20; ++i)
-        all.append(toQt(image[i].value.str()));
+        all.append(fromLatin1(image[i].value.str()));
     return all;
 }
 

@@ -35,9 +35,6 @@ public:
     void whileBoxIsShown(std::function<void()> something) { whileBoxIsShown_ = std::move(something); }
 
 private:
-    static QString fromUtf8(std::string_view text) {
-        return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
-    }
     static QString name(Colour colour) {
         switch (colour) {
             case 0x000000:

@@ -88,7 +88,7 @@ void FakePort::write(char c) {
         throw deviceFault();
     if (writesBeforeFault_)
         --*writesBeforeFault_;
-    calls_.append(toQt("write " + name(c)));
+    calls_.append(fromLatin1("write " + name(c)));
     written_ += c;
     if (usedUp(writesLeft_))
         unplug();
@@ -174,7 +174,7 @@ void FakePort::unplug() {
 QStringList FakePort::sentLines() const {
     QStringList lines;
     for (const Sent& one : sent_)
-        lines.append(toQt(one.line));
+        lines.append(fromLatin1(one.line));
     return lines;
 }
 

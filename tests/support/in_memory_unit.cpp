@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -52,7 +52,7 @@ void InMemoryUnit::flush() {
     for (const char c : written_) {
         line_ += c;
         if (line_.ends_with("\r\n"))
-            sentLines_.append(toQt(std::exchange(line_, {})).chopped(2));
+            sentLines_.append(fromLatin1(std::exchange(line_, {})).chopped(2));
     }
     unit_.receive(std::exchange(written_, {}), loop_.ticks());
 }

@@ -4,7 +4,7 @@
 #include <string>
 #include <utility>
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -12,7 +12,7 @@ namespace quorvex {
 /// that a test can say what came before what.
 class Journal {
 public:
-    void note(const std::string& latin1) { note(toQt(latin1)); }
+    void note(const std::string& latin1) { note(fromLatin1(latin1)); }
     void note(const QString& entry) { entries_.append(entry); }
     void note(const char* entry) { note(QString::fromUtf8(entry)); }
     const QStringList& entries() const { return entries_; }

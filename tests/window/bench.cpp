@@ -3,7 +3,7 @@
 #include <QApplication>
 #include <QLabel>
 
-#include "link/guard.h"
+#include "form/guard.h"
 
 namespace quorvex {
 

@@ -4,7 +4,7 @@
 #include <chrono>
 #include <cmath>
 
-#include "link/guard.h"
+#include "form/guard.h"
 #include "link/runtime_fault.h"
 #include "tests/window/bench.h"
 

@@ -1,10 +1,10 @@
-#include "link/com_select.h"
+#include "app/com_select.h"
 
 #include <QFrame>
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
-#include "link/form.h"
+#include "form/make.h"
 #include "link/port_device.h"
 
 namespace quorvex {

@@ -6,7 +6,7 @@
 #include <functional>
 #include <vector>
 
-#include "link/field_edit.h"
+#include "form/field_edit.h"
 
 namespace quorvex {
 

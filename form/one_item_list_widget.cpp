@@ -1,4 +1,4 @@
-#include "link/one_item_list_widget.h"
+#include "form/one_item_list_widget.h"
 
 #include <QKeyEvent>
 #include <QScopedValueRollback>
@@ -6,7 +6,7 @@
 #include <QWheelEvent>
 #include <cstdlib>
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -45,7 +45,7 @@ void OneItemListWidget::refill(const std::vector<std::string>& items) {
     const QScopedValueRollback guard(positioning_, true);
     clear();
     for (const std::string& item : items)
-        addItem(toQt(item));
+        addItem(fromLatin1(item));
     fitRows();
     setTopIndex(0);
 }

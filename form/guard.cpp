@@ -1,11 +1,11 @@
-#include "link/guard.h"
+#include "form/guard.h"
 
 #include <QApplication>
 #include <cstdio>
 #include <cstdlib>
 #include <exception>
 
-#include "link/message_box.h"
+#include "form/message_box.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {

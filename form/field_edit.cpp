@@ -1,12 +1,12 @@
-#include "link/field_edit.h"
+#include "form/field_edit.h"
 
 #include <QInputMethodEvent>
 #include <QKeyEvent>
 #include <QValidator>
 #include <algorithm>
 
-#include "link/guard.h"
-#include "link/key_filter.h"
+#include "form/guard.h"
+#include "link/controls.h"
 
 namespace quorvex {
 

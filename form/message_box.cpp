@@ -1,13 +1,15 @@
-#include "link/message_box.h"
+#include "form/message_box.h"
 
 #include <QApplication>
 #include <QMessageBox>
+
+#include "link/qt_text.h"
 
 namespace quorvex {
 
 namespace {
 
-QMessageBox::Icon toQt(Icon icon) {
+QMessageBox::Icon iconOf(Icon icon) {
     switch (icon) {
         case Icon::information:
             return QMessageBox::Information;
@@ -17,10 +19,6 @@ QMessageBox::Icon toQt(Icon icon) {
             break;
     }
     return QMessageBox::NoIcon;
-}
-
-QString fromUtf8(std::string_view text) {
-    return QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 QWidget* windowInUse() {
@@ -40,7 +38,7 @@ QWidget* windowInUse() {
 
 void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     QMessageBox box(windowInUse());
-    box.setIcon(toQt(icon));
+    box.setIcon(iconOf(icon));
     box.setWindowTitle(fromUtf8(title.empty() ? kProgramTitle : title));
     box.setTextFormat(Qt::PlainText);
     box.setText(fromUtf8(text));

@@ -1,13 +1,14 @@
-#include "link/qt_console.h"
+#include "form/qt_console.h"
 
 #include <QApplication>
 
-#include "link/message_box.h"
+#include "form/message_box.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
 void QtConsole::status(std::string_view text, Colour colour) {
-    statusLine_.show(QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size())), colour);
+    statusLine_.show(fromUtf8(text), colour);
 }
 
 void QtConsole::messageBox(std::string_view text, Icon icon, std::string_view title) {

@@ -1,9 +1,9 @@
-#include "link/form.h"
+#include "form/make.h"
 
 #include <QFontDatabase>
 #include <QKeyEvent>
 
-#include "link/guard.h"
+#include "form/guard.h"
 
 namespace quorvex {
 

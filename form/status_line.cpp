@@ -1,4 +1,4 @@
-#include "link/status_line.h"
+#include "form/status_line.h"
 
 namespace quorvex {
 

@@ -1,7 +1,7 @@
 #pragma once
 
+#include "form/status_line.h"
 #include "link/console.h"
-#include "link/status_line.h"
 
 namespace quorvex {
 

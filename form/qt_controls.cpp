@@ -1,18 +1,16 @@
-#include "link/qt_controls.h"
+#include "form/qt_controls.h"
 
-#include "link/latin1.h"
+#include "link/qt_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
 
 std::string LineEditField::text() const {
-    return holds_ == Holds::fileName ? edit_->text().toStdString() : fromQt(edit_->text());
+    return holds_ == Holds::fileName ? edit_->text().toStdString() : toLatin1(edit_->text());
 }
 
 void LineEditField::setText(std::string_view text) {
-    const QString shown = holds_ == Holds::fileName
-                              ? QString::fromUtf8(text.data(), static_cast<qsizetype>(text.size()))
-                              : toQt(text);
+    const QString shown = holds_ == Holds::fileName ? fromUtf8(text) : fromLatin1(text);
     if (edit_->text() == shown)
         return;  // cursor and selection stay where somebody is typing
     const int cursor = edit_->hasFocus() ? edit_->cursorPosition() : 0;

@@ -14,7 +14,4 @@ constexpr char16_t upToNine(char16_t c) {
     return c > u'9' ? u'\0' : c;
 }
 
-inline constexpr char16_t kEnter = u'\r';
-inline constexpr char16_t kLineFeed = u'\n';  ///< what Control with Enter types
-
 }  // namespace quorvex
