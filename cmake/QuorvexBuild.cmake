@@ -7,29 +7,22 @@ if(QUORVEX_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# quorvex_test(NAME <name> LABEL unit|window|bench-top SOURCES <file>... [LIBRARIES <target>...] [TIMEOUT <s>])
-# Each source test_*.cpp holds a test class and includes test_*.moc at its end.
-# One Qt Test executable, one CTest entry, on the offscreen platform.
-function(quorvex_test)
-  cmake_parse_arguments(T "" "NAME;LABEL;TIMEOUT" "SOURCES;LIBRARIES" ${ARGN})
+# quorvex_tests(LABEL unit|window|bench-top CLASSES <class>... [SUFFIX <suffix>] [TIMEOUT <s>])
+# Adds test classes to the test program of the folder that calls it. TestNumberText stands in test_number_text.cpp
+# and is the CTest entry <folder>_number_text<suffix>, a process of its own.
+function(quorvex_tests)
+  cmake_parse_arguments(T "" "LABEL;SUFFIX;TIMEOUT" "CLASSES" ${ARGN})
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 60)
   endif()
-  add_executable(${T_NAME} ${T_SOURCES})
-  set_target_properties(${T_NAME} PROPERTIES RUNTIME_OUTPUT_DIRECTORY ${CMAKE_BINARY_DIR}/tests)
-  # Named by hand: AUTOMOC looks for what is to be done anew for each of the many executables, and takes longer.
-  set(moc_folder ${CMAKE_CURRENT_BINARY_DIR}/${T_NAME}_moc)
-  foreach(source ${T_SOURCES})
-    if(source MATCHES "^test_(.*)\\.cpp$")
-      qt_generate_moc(${source} ${moc_folder}/test_${CMAKE_MATCH_1}.moc TARGET ${T_NAME})
-      target_sources(${T_NAME} PRIVATE ${moc_folder}/test_${CMAKE_MATCH_1}.moc)
-    endif()
+  cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
+  foreach(class ${T_CLASSES})
+    string(REGEX REPLACE "([A-Z])" "_\\1" subject ${class})
+    string(TOLOWER ${subject} subject)
+    string(REGEX REPLACE "^_test_" "" subject ${subject})
+    set(entry ${folder}_${subject}${T_SUFFIX})
+    target_sources(test_${folder} PRIVATE test_${subject}.cpp)
+    add_test(NAME ${entry} COMMAND test_${folder} ${class})
+    set_tests_properties(${entry} PROPERTIES LABELS ${T_LABEL} TIMEOUT ${T_TIMEOUT})
   endforeach()
-  target_include_directories(${T_NAME} PRIVATE ${CMAKE_SOURCE_DIR} ${CMAKE_SOURCE_DIR}/tests ${moc_folder})
-  target_link_libraries(${T_NAME} PRIVATE quorvex_build ${T_LIBRARIES} Qt6::Test)
-  # What is tested is optimised; a test itself takes longer to be compiled than to run.
-  target_compile_options(${T_NAME} PRIVATE $<$<CONFIG:RelWithDebInfo>:-O0 -g1>)
-  add_test(NAME ${T_NAME} COMMAND ${T_NAME})
-  set_tests_properties(${T_NAME} PROPERTIES LABELS ${T_LABEL} TIMEOUT ${T_TIMEOUT}
-    ENVIRONMENT "QT_QPA_PLATFORM=offscreen;QUORVEX_BIN=${CMAKE_BINARY_DIR}/bin")
 endfunction()

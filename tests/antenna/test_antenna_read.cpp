@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "tests/antenna/antenna_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -298,5 +299,5 @@ void TestAntennaRead::chatter() {
     }
 }
 
-QTEST_APPLESS_MAIN(TestAntennaRead)
+QUORVEX_TEST(TestAntennaRead, quorvex::NoApplication)
 #include "test_antenna_read.moc"

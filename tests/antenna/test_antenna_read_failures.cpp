@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/antenna/antenna_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -229,5 +230,5 @@ void TestAntennaReadFailures::startsAgain() {
     QCOMPARE(at.journal.entriesOf("status ").last(), "status black: Active Antenna is in TBR6 Mode");
 }
 
-QTEST_APPLESS_MAIN(TestAntennaReadFailures)
+QUORVEX_TEST(TestAntennaReadFailures, quorvex::NoApplication)
 #include "test_antenna_read_failures.moc"

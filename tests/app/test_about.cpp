@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "app/startup.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -45,5 +46,5 @@ void TestAbout::title() {
     QCOMPARE(shown(kAboutTitle), "About Quorvex Config");
 }
 
-QTEST_APPLESS_MAIN(TestAbout)
+QUORVEX_TEST(TestAbout, quorvex::NoApplication)
 #include "test_about.moc"

@@ -7,6 +7,7 @@
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
 #include "tests/support/fake_store.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -223,5 +224,5 @@ void TestStartup::menu() {
     QCOMPARE(at.journal.entries(), journal);
 }
 
-QTEST_APPLESS_MAIN(TestStartup)
+QUORVEX_TEST(TestStartup, quorvex::NoApplication)
 #include "test_startup.moc"

@@ -2,6 +2,7 @@
 
 #include "form/key_filter.h"
 #include "tests/beltpack/write_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -197,5 +198,5 @@ void TestEditing::upToNineOnly() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestEditing)
+QUORVEX_TEST(quorvex::TestEditing, quorvex::NoApplication)
 #include "test_editing.moc"

@@ -3,6 +3,7 @@
 #include "beltpack/production_values.h"
 #include "link/runtime_fault.h"
 #include "tests/beltpack/write_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -234,5 +235,5 @@ void TestProductionValues::portGone() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestProductionValues)
+QUORVEX_TEST(quorvex::TestProductionValues, quorvex::NoApplication)
 #include "test_production_values.moc"

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -23,7 +24,7 @@ const QStringList kEnd{"DECT version requested", "hourglass down", "settings but
 }  // namespace
 
 /// A read that goes well: every line, every text and every control, in order.
-class TestBeltpackRead : public QObject {
+class TestRead : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -46,7 +47,7 @@ private Q_SLOTS:
     void noiseAndLineEnds();
 };
 
-void TestBeltpackRead::rm5() {
+void TestRead::rm5() {
     BeltpackBench bench;
     bench.connectRm5();
     bench.read.CommandRdSettingsBp_Click();
@@ -60,7 +61,7 @@ void TestBeltpackRead::rm5() {
     QCOMPARE(bench.loop.ticks(), 0);
 }
 
-void TestBeltpackRead::kirk() {
+void TestRead::kirk() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.read.CommandRdSettingsBp_Click();
@@ -76,7 +77,7 @@ void TestBeltpackRead::kirk() {
     QCOMPARE(bench.loop.ticks(), 0);
 }
 
-void TestBeltpackRead::image_data() {
+void TestRead::image_data() {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("value");
     const char* const values[] = {
@@ -87,7 +88,7 @@ void TestBeltpackRead::image_data() {
         QTest::addRow("%d", i) << i << values[i];
 }
 
-void TestBeltpackRead::image() {
+void TestRead::image() {
     QFETCH(int, index);
     QFETCH(QString, value);
     BeltpackBench bench;
@@ -97,7 +98,7 @@ void TestBeltpackRead::image() {
     QCOMPARE(shown(bench.image[index].available.str()), "1 ");
 }
 
-void TestBeltpackRead::imageIsBlankBeforeTheFirstLine() {
+void TestRead::imageIsBlankBeforeTheFirstLine() {
     BeltpackBench bench;
     bench.connectRm5();
     for (int i = 0; i <= 21; ++i) {
@@ -114,7 +115,7 @@ void TestBeltpackRead::imageIsBlankBeforeTheFirstLine() {
     QCOMPARE(shown(bench.image[21].value.str()), "1F        ");
 }
 
-void TestBeltpackRead::detectsTheModule_data() {
+void TestRead::detectsTheModule_data() {
     QTest::addColumn<int>("type");
     QTest::addColumn<QByteArray>("reply");
     QTest::addColumn<int>("typeAfter");
@@ -147,7 +148,7 @@ void TestBeltpackRead::detectsTheModule_data() {
     }
 }
 
-void TestBeltpackRead::detectsTheModule() {
+void TestRead::detectsTheModule() {
     QFETCH(int, type);
     QFETCH(QByteArray, reply);
     QFETCH(int, typeAfter);
@@ -169,7 +170,7 @@ void TestBeltpackRead::detectsTheModule() {
     QCOMPARE(bench.journal.entries().mid(bench.journal.entries().size() - kEnd.size()), kEnd);
 }
 
-void TestBeltpackRead::frequencyAccuracy_data() {
+void TestRead::frequencyAccuracy_data() {
     QTest::addColumn<int>("type");
     QTest::addColumn<QByteArray>("digits");
     QTest::addColumn<QString>("text");
@@ -184,7 +185,7 @@ void TestBeltpackRead::frequencyAccuracy_data() {
     QTest::newRow("unknown type, 8") << 5 << QByteArray("08") << "8";
 }
 
-void TestBeltpackRead::frequencyAccuracy() {
+void TestRead::frequencyAccuracy() {
     QFETCH(int, type);
     QFETCH(QByteArray, digits);
     QFETCH(QString, text);
@@ -199,7 +200,7 @@ void TestBeltpackRead::frequencyAccuracy() {
     QCOMPARE(shown(bench.freqAccuracy.text()), text);
 }
 
-void TestBeltpackRead::numbersAreDecimal() {
+void TestRead::numbersAreDecimal() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.port.answer("# 013D", "# 02BDfF\r\n");
@@ -213,7 +214,7 @@ void TestBeltpackRead::numbersAreDecimal() {
     QCOMPARE(shown(bench.rssiThreshold.text()), "0");
 }
 
-void TestBeltpackRead::beltpackId_data() {
+void TestRead::beltpackId_data() {
     QTest::addColumn<QByteArray>("digits");
     QTest::addColumn<QString>("text");
     QTest::newRow("last five digits") << QByteArray("00000186A0") << "100000";
@@ -223,7 +224,7 @@ void TestBeltpackRead::beltpackId_data() {
     QTest::newRow("zero") << QByteArray("0000000000") << "0";
 }
 
-void TestBeltpackRead::beltpackId() {
+void TestRead::beltpackId() {
     QFETCH(QByteArray, digits);
     QFETCH(QString, text);
     BeltpackBench bench;
@@ -233,7 +234,7 @@ void TestBeltpackRead::beltpackId() {
     QCOMPARE(shown(bench.beltpackId.text()), text);
 }
 
-void TestBeltpackRead::secondReadFindsNothingOfTheFirst() {
+void TestRead::secondReadFindsNothingOfTheFirst() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.read.CommandRdSettingsBp_Click();
@@ -249,7 +250,7 @@ void TestBeltpackRead::secondReadFindsNothingOfTheFirst() {
     QCOMPARE(shown(bench.pli.text()), "N/A       ");
 }
 
-void TestBeltpackRead::hourglassIsUpThroughTheVersionRequest() {
+void TestRead::hourglassIsUpThroughTheVersionRequest() {
     BeltpackBench bench;
     bench.connectKirk();
     bool upAtEveryLine = true;
@@ -264,7 +265,7 @@ void TestBeltpackRead::hourglassIsUpThroughTheVersionRequest() {
     QVERIFY(!bench.console.isHourglassUp());
 }
 
-void TestBeltpackRead::slowUnit_data() {
+void TestRead::slowUnit_data() {
     QTest::addColumn<int>("afterMs");
     QTest::addColumn<int>("gapMs");
     QTest::addColumn<bool>("read");
@@ -274,7 +275,7 @@ void TestBeltpackRead::slowUnit_data() {
     QTest::newRow("too slow between characters") << 0 << 2001 << false;
 }
 
-void TestBeltpackRead::slowUnit() {
+void TestRead::slowUnit() {
     QFETCH(int, afterMs);
     QFETCH(int, gapMs);
     QFETCH(bool, read);
@@ -285,7 +286,7 @@ void TestBeltpackRead::slowUnit() {
     QCOMPARE(shown(bench.image[3].value.str()), read ? "24        " : "N/A       ");
 }
 
-void TestBeltpackRead::noiseAndLineEnds() {
+void TestRead::noiseAndLineEnds() {
     // An echo without a start character, stray bytes and line ends do not get into a value.
     BeltpackBench bench;
     bench.connectRm5();
@@ -296,5 +297,5 @@ void TestBeltpackRead::noiseAndLineEnds() {
     QCOMPARE(shown(bench.fmDeviation.text()), "33");
 }
 
-QTEST_APPLESS_MAIN(TestBeltpackRead)
+QUORVEX_TEST(TestRead, quorvex::NoApplication)
 #include "test_read.moc"

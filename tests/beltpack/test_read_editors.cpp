@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -11,7 +12,7 @@ constexpr int kRefused = -1;
 }  // namespace
 
 /// What a read makes of single values in the editing controls. Values count as decimal text there.
-class TestBeltpackReadEditors : public QObject {
+class TestReadEditors : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -36,7 +37,7 @@ private:
     }
 };
 
-void TestBeltpackReadEditors::regulations_data() {
+void TestReadEditors::regulations_data() {
     QTest::addColumn<QString>("digits");
     QTest::addColumn<QStringList>("scrolled");
     QTest::addColumn<QString>("value");
@@ -61,7 +62,7 @@ void TestBeltpackReadEditors::regulations_data() {
     row("unavailable", kUnavailable, {}, "N/A       ");
 }
 
-void TestBeltpackReadEditors::regulations() {
+void TestReadEditors::regulations() {
     QFETCH(QString, digits);
     QFETCH(QStringList, scrolled);
     QFETCH(QString, value);
@@ -72,7 +73,7 @@ void TestBeltpackReadEditors::regulations() {
     QCOMPARE(bench.journal.entriesOf("status green").size(), 1);
 }
 
-void TestBeltpackReadEditors::microphone_data() {
+void TestReadEditors::microphone_data() {
     QTest::addColumn<QString>("digits");
     QTest::addColumn<QStringList>("clicked");
     QTest::addColumn<QString>("value");
@@ -93,7 +94,7 @@ void TestBeltpackReadEditors::microphone_data() {
     row("unavailable counts as 0", kUnavailable, {balanced}, "00        ");
 }
 
-void TestBeltpackReadEditors::microphone() {
+void TestReadEditors::microphone() {
     QFETCH(QString, digits);
     QFETCH(QStringList, clicked);
     QFETCH(QString, value);
@@ -104,7 +105,7 @@ void TestBeltpackReadEditors::microphone() {
     QCOMPARE(shown(bench.image[6].available.str()), digits.isNull() ? "0 " : "1 ");
 }
 
-void TestBeltpackReadEditors::hwRevision_data() {
+void TestReadEditors::hwRevision_data() {
     QTest::addColumn<QString>("digits");
     QTest::addColumn<QStringList>("selected");
     const auto row = [](const char* name, const char* digits, const QStringList& selected) {
@@ -120,7 +121,7 @@ void TestBeltpackReadEditors::hwRevision_data() {
     row("unavailable", kUnavailable, {});
 }
 
-void TestBeltpackReadEditors::hwRevision() {
+void TestReadEditors::hwRevision() {
     QFETCH(QString, digits);
     QFETCH(QStringList, selected);
     BeltpackBench bench;
@@ -129,7 +130,7 @@ void TestBeltpackReadEditors::hwRevision() {
     QCOMPARE(shown(bench.image[20].value.str()), (digits.isNull() ? "N/A" : digits).leftJustified(10, ' '));
 }
 
-void TestBeltpackReadEditors::batteryAlarm_data() {
+void TestReadEditors::batteryAlarm_data() {
     QTest::addColumn<QString>("digits");
     QTest::addColumn<int>("value");
     QTest::newRow("clear") << "00" << 0;
@@ -144,7 +145,7 @@ void TestBeltpackReadEditors::batteryAlarm_data() {
     QTest::newRow("below 0") << "-1" << kRefused;
 }
 
-void TestBeltpackReadEditors::batteryAlarm() {
+void TestReadEditors::batteryAlarm() {
     QFETCH(QString, digits);
     QFETCH(int, value);
     BeltpackBench bench;
@@ -161,7 +162,7 @@ void TestBeltpackReadEditors::batteryAlarm() {
     }
 }
 
-void TestBeltpackReadEditors::refusedBatteryAlarmLeavesTheRestDone() {
+void TestReadEditors::refusedBatteryAlarmLeavesTheRestDone() {
     BeltpackBench bench;
     hold(bench, 5, "05");
     // The box is the last control that is set, so everything before it stands; nothing after it comes.
@@ -178,5 +179,5 @@ void TestBeltpackReadEditors::refusedBatteryAlarmLeavesTheRestDone() {
     QCOMPARE(shown(bench.pli.text()), "1F        ");
 }
 
-QTEST_APPLESS_MAIN(TestBeltpackReadEditors)
+QUORVEX_TEST(TestReadEditors, quorvex::NoApplication)
 #include "test_read_editors.moc"

@@ -4,6 +4,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -23,7 +24,7 @@ QStringList last(const QStringList& entries, qsizetype count) {
 }  // namespace
 
 /// A read that meets silence, faults and pulled cables.
-class TestBeltpackReadFailures : public QObject {
+class TestReadFailures : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -48,7 +49,7 @@ private Q_SLOTS:
     void succeedsAfterAFailure();
 };
 
-void TestBeltpackReadFailures::deadUnit_data() {
+void TestReadFailures::deadUnit_data() {
     QTest::addColumn<int>("type");
     QTest::addColumn<int>("typeAfter");
     QTest::newRow("RM5 before") << 0 << 1;
@@ -56,7 +57,7 @@ void TestBeltpackReadFailures::deadUnit_data() {
     QTest::newRow("unknown type before") << 5 << 5;
 }
 
-void TestBeltpackReadFailures::deadUnit() {
+void TestReadFailures::deadUnit() {
     QFETCH(int, type);
     QFETCH(int, typeAfter);
     BeltpackBench bench;
@@ -74,7 +75,7 @@ void TestBeltpackReadFailures::deadUnit() {
     QCOMPARE(bench.loop.ticks(), 4000);
 }
 
-void TestBeltpackReadFailures::silentParameter_data() {
+void TestReadFailures::silentParameter_data() {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("warning");
     int index = 0;
@@ -87,7 +88,7 @@ void TestBeltpackReadFailures::silentParameter_data() {
         QTest::newRow(name) << ++index << QString("status red: Option %1unavailable!").arg(name);
 }
 
-void TestBeltpackReadFailures::silentParameter() {
+void TestReadFailures::silentParameter() {
     QFETCH(int, index);
     QFETCH(QString, warning);
     BeltpackBench bench;
@@ -108,7 +109,7 @@ void TestBeltpackReadFailures::silentParameter() {
     QCOMPARE(bench.loop.ticks(), 2000);
 }
 
-void TestBeltpackReadFailures::allButThePsnUnavailable() {
+void TestReadFailures::allButThePsnUnavailable() {
     BeltpackBench bench;
     bench.connectRm5();
     for (int i = 1; i <= 20; ++i)
@@ -127,7 +128,7 @@ void TestBeltpackReadFailures::allButThePsnUnavailable() {
     QCOMPARE(bench.loop.ticks(), 40000);
 }
 
-void TestBeltpackReadFailures::silentCalibration_data() {
+void TestReadFailures::silentCalibration_data() {
     QTest::addColumn<bool>("kirk");
     QTest::addColumn<QString>("line");
     QTest::addColumn<QStringList>("shown");
@@ -141,7 +142,7 @@ void TestBeltpackReadFailures::silentCalibration_data() {
                                                    "TextFreqAccrRx = 163"};
 }
 
-void TestBeltpackReadFailures::silentCalibration() {
+void TestReadFailures::silentCalibration() {
     QFETCH(bool, kirk);
     QFETCH(QString, line);
     QFETCH(QStringList, shown);
@@ -164,7 +165,7 @@ void TestBeltpackReadFailures::silentCalibration() {
     QCOMPARE(bench.loop.ticks(), 2000);
 }
 
-void TestBeltpackReadFailures::silentRssiThreshold() {
+void TestReadFailures::silentRssiThreshold() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.rssiThreshold.type("55");
@@ -177,7 +178,7 @@ void TestBeltpackReadFailures::silentRssiThreshold() {
     QCOMPARE(bench.loop.ticks(), 2000);
 }
 
-void TestBeltpackReadFailures::closedPort() {
+void TestReadFailures::closedPort() {
     BeltpackBench bench;
     bench.connectRm5();
     bench.port.unplug();
@@ -189,7 +190,7 @@ void TestBeltpackReadFailures::closedPort() {
     QCOMPARE(bench.loop.ticks(), 0);
 }
 
-void TestBeltpackReadFailures::unplugged_data() {
+void TestReadFailures::unplugged_data() {
     QTest::addColumn<bool>("kirk");
     QTest::addColumn<QString>("line");
     QTest::addColumn<int>("available");
@@ -203,7 +204,7 @@ void TestBeltpackReadFailures::unplugged_data() {
     QTest::newRow("at the RSSI threshold") << true << "# 0138" << 21 << true;
 }
 
-void TestBeltpackReadFailures::unplugged() {
+void TestReadFailures::unplugged() {
     QFETCH(bool, kirk);
     QFETCH(QString, line);
     QFETCH(int, available);
@@ -230,7 +231,7 @@ void TestBeltpackReadFailures::unplugged() {
     QCOMPARE(bench.loop.ticks(), 0);
 }
 
-void TestBeltpackReadFailures::unpluggedInTheMiddleOfAReply() {
+void TestReadFailures::unpluggedInTheMiddleOfAReply() {
     BeltpackBench bench;
     bench.connectRm5();
     bench.port.answer("# 0103", {Reply{"# 0683100ECE1000\r\n", 10, 10}});
@@ -242,7 +243,7 @@ void TestBeltpackReadFailures::unpluggedInTheMiddleOfAReply() {
     QCOMPARE(bench.loop.ticks(), 95);
 }
 
-void TestBeltpackReadFailures::portFault_data() {
+void TestReadFailures::portFault_data() {
     QTest::addColumn<QString>("line");
     QTest::newRow("PSN") << "# 0101";
     QTest::newRow("other parameter") << "# 0108";
@@ -250,7 +251,7 @@ void TestBeltpackReadFailures::portFault_data() {
     QTest::newRow("RSSI threshold") << "# 0138";
 }
 
-void TestBeltpackReadFailures::portFault() {
+void TestReadFailures::portFault() {
     QFETCH(QString, line);
     BeltpackBench bench;
     bench.connectKirk();
@@ -263,13 +264,13 @@ void TestBeltpackReadFailures::portFault() {
     QCOMPARE(bench.afterLastLine(), kFailure);
 }
 
-void TestBeltpackReadFailures::neighbourFault_data() {
+void TestReadFailures::neighbourFault_data() {
     QTest::addColumn<bool>("inVersionRequest");
     QTest::newRow("while the System ID is shown") << false;
     QTest::newRow("while the version is requested") << true;
 }
 
-void TestBeltpackReadFailures::neighbourFault() {
+void TestReadFailures::neighbourFault() {
     QFETCH(bool, inVersionRequest);
     BeltpackBench bench;
     bench.connectRm5();
@@ -281,7 +282,7 @@ void TestBeltpackReadFailures::neighbourFault() {
     QCOMPARE(bench.journal.entriesOf("DECT").size(), inVersionRequest ? 1 : 0);
 }
 
-void TestBeltpackReadFailures::faultBeforeTheHourglassIsNotCaught() {
+void TestReadFailures::faultBeforeTheHourglassIsNotCaught() {
     BeltpackBench bench(std::numeric_limits<std::int32_t>::max() - 1000);
     bench.connectRm5();
     int fault = 0;
@@ -296,7 +297,7 @@ void TestBeltpackReadFailures::faultBeforeTheHourglassIsNotCaught() {
     QCOMPARE(bench.journal.entriesOf("box"), QStringList());
 }
 
-void TestBeltpackReadFailures::faultBehindTheHourglassIsCaught() {
+void TestReadFailures::faultBehindTheHourglassIsCaught() {
     // The silence of the module detection brings the tick count too near to its end for the next limit.
     BeltpackBench bench(std::numeric_limits<std::int32_t>::max() - 2500);
     bench.read.CommandRdSettingsBp_Click();
@@ -304,7 +305,7 @@ void TestBeltpackReadFailures::faultBehindTheHourglassIsCaught() {
     QCOMPARE(bench.afterLastLine(), kFailure);
 }
 
-void TestBeltpackReadFailures::succeedsAfterAFailure() {
+void TestReadFailures::succeedsAfterAFailure() {
     BeltpackBench bench;
     bench.read.CommandRdSettingsBp_Click();
     bench.connectRm5();
@@ -315,5 +316,5 @@ void TestBeltpackReadFailures::succeedsAfterAFailure() {
     QCOMPARE(bench.journal.entries().last(), kSuccess);
 }
 
-QTEST_APPLESS_MAIN(TestBeltpackReadFailures)
+QUORVEX_TEST(TestReadFailures, quorvex::NoApplication)
 #include "test_read_failures.moc"

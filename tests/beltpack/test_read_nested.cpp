@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -11,7 +12,7 @@ const QString kFailure = "status black: Error communicating with Beltpack.";
 }  // namespace
 
 /// The button stays live while a read waits. A second read runs inside the wait of the first, and both end.
-class TestBeltpackReadNested : public QObject {
+class TestReadNested : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -24,7 +25,7 @@ private Q_SLOTS:
     void moduleTypeChangedInsideARead();
 };
 
-void TestBeltpackReadNested::secondReadInsideTheFirst_data() {
+void TestReadNested::secondReadInsideTheFirst_data() {
     QTest::addColumn<QString>("waitingFor");
     QTest::addColumn<QStringList>("ends");
     QTest::newRow("module detection") << "# 0139" << QStringList{kSuccess, kSuccess};
@@ -33,7 +34,7 @@ void TestBeltpackReadNested::secondReadInsideTheFirst_data() {
     QTest::newRow("calibration") << "# 013D" << QStringList{kSuccess, kFailure};
 }
 
-void TestBeltpackReadNested::secondReadInsideTheFirst() {
+void TestReadNested::secondReadInsideTheFirst() {
     QFETCH(QString, waitingFor);
     QFETCH(QStringList, ends);
     BeltpackBench bench;
@@ -60,7 +61,7 @@ void TestBeltpackReadNested::secondReadInsideTheFirst() {
     QCOMPARE(shown(bench.image[20].value.str()), "02        ");
 }
 
-void TestBeltpackReadNested::failedReadInsideAGoodOne() {
+void TestReadNested::failedReadInsideAGoodOne() {
     BeltpackBench bench;
     bench.connectRm5();
     bench.silence("# 0102");
@@ -75,7 +76,7 @@ void TestBeltpackReadNested::failedReadInsideAGoodOne() {
     QCOMPARE(shown(bench.image[20].value.str()), "02        ");
 }
 
-void TestBeltpackReadNested::readInsideTheVersionRequest() {
+void TestReadNested::readInsideTheVersionRequest() {
     BeltpackBench bench;
     bench.connectRm5();
     bool nested = false;
@@ -89,7 +90,7 @@ void TestBeltpackReadNested::readInsideTheVersionRequest() {
     QVERIFY(!bench.console.isHourglassUp());
 }
 
-void TestBeltpackReadNested::readWhileTheFailureBoxIsOpen() {
+void TestReadNested::readWhileTheFailureBoxIsOpen() {
     BeltpackBench bench;
     bench.console.whileBoxIsShown([&] {
         bench.connectRm5();
@@ -101,7 +102,7 @@ void TestBeltpackReadNested::readWhileTheFailureBoxIsOpen() {
     QCOMPARE(shown(bench.image[0].value.str()), "0044303039");
 }
 
-void TestBeltpackReadNested::portChangedInsideARead() {
+void TestReadNested::portChangedInsideARead() {
     // Another unit on another port from here on: the read asks it for the rest.
     BeltpackBench bench;
     bench.connectRm5();
@@ -117,7 +118,7 @@ void TestBeltpackReadNested::portChangedInsideARead() {
     QCOMPARE(shown(bench.image[20].value.str()), "01        ");
 }
 
-void TestBeltpackReadNested::moduleTypeChangedInsideARead() {
+void TestReadNested::moduleTypeChangedInsideARead() {
     // The type picked in the menu counts from then on, for a read that is under way too.
     BeltpackBench bench;
     bench.connectKirk();
@@ -129,5 +130,5 @@ void TestBeltpackReadNested::moduleTypeChangedInsideARead() {
     QCOMPARE(bench.journal.entries().last(), kSuccess);
 }
 
-QTEST_APPLESS_MAIN(TestBeltpackReadNested)
+QUORVEX_TEST(TestReadNested, quorvex::NoApplication)
 #include "test_read_nested.moc"

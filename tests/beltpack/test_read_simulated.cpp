@@ -9,6 +9,7 @@
 #include "tests/support/beltpack_bench.h"
 #include "tests/support/fake_store.h"
 #include "tests/support/in_memory_unit.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -77,7 +78,7 @@ QString value(const Workshop& shop, int index) {
 }  // namespace
 
 /// Reads of simulated Beltpacks with everything behind them that a read sets in motion.
-class TestBeltpackReadSimulated : public QObject {
+class TestReadSimulated : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
@@ -93,13 +94,13 @@ private Q_SLOTS:
     void pulledDuringTheRead();
 };
 
-void TestBeltpackReadSimulated::whatTheUnitHoldsIsShown_data() {
+void TestReadSimulated::whatTheUnitHoldsIsShown_data() {
     QTest::addColumn<bool>("kirk");
     QTest::newRow("RM5") << false;
     QTest::newRow("Kirk") << true;
 }
 
-void TestBeltpackReadSimulated::whatTheUnitHoldsIsShown() {
+void TestReadSimulated::whatTheUnitHoldsIsShown() {
     QFETCH(bool, kirk);
     Workshop shop(kirk ? sim::RfModule::kKirk : sim::RfModule::kRm5);
     QVERIFY(shop.beltpack.setValue(0x01, "00000186A0"));
@@ -126,7 +127,7 @@ void TestBeltpackReadSimulated::whatTheUnitHoldsIsShown() {
     QCOMPARE(shop.loop.ticks(), 0);
 }
 
-void TestBeltpackReadSimulated::lines() {
+void TestReadSimulated::lines() {
     Workshop rm5(sim::RfModule::kRm5);
     rm5.read();
     QCOMPARE(rm5.port.sentLines().size(), 25);
@@ -138,7 +139,7 @@ void TestBeltpackReadSimulated::lines() {
              QStringList({"# 013D", "# 013C", "# 0139", "# 013a", "# 0138", "! 0108"}));
 }
 
-void TestBeltpackReadSimulated::fault_data() {
+void TestReadSimulated::fault_data() {
     QTest::addColumn<bool>("kirk");
     QTest::addColumn<QString>("fault");
     QTest::addColumn<bool>("succeeds");
@@ -173,7 +174,7 @@ void TestBeltpackReadSimulated::fault_data() {
     row(true, "gone-after=38", true, 20, "02", "Unavailable", 2000);
 }
 
-void TestBeltpackReadSimulated::fault() {
+void TestReadSimulated::fault() {
     QFETCH(bool, kirk);
     QFETCH(QString, fault);
     QFETCH(bool, succeeds);
@@ -193,7 +194,7 @@ void TestBeltpackReadSimulated::fault() {
     QCOMPARE(shop.loop.ticks(), endsAt);
 }
 
-void TestBeltpackReadSimulated::otherModuleThanStored() {
+void TestReadSimulated::otherModuleThanStored() {
     Workshop rm5(sim::RfModule::kRm5, 1);
     rm5.read();
     QCOMPARE(rm5.journal.entriesOf("store"), QStringList{"store RfModule=0"});
@@ -204,7 +205,7 @@ void TestBeltpackReadSimulated::otherModuleThanStored() {
     QCOMPARE(kirk.journal.entriesOf("status green").size(), 2);
 }
 
-void TestBeltpackReadSimulated::unavailableSystemId() {
+void TestReadSimulated::unavailableSystemId() {
     Workshop shop(sim::RfModule::kRm5);
     shop.read();
     shop.beltpack.setAvailable(0x03, false);
@@ -219,14 +220,14 @@ void TestBeltpackReadSimulated::unavailableSystemId() {
     QCOMPARE(shop.journal.entries().last(), kSuccess);
 }
 
-void TestBeltpackReadSimulated::versionBehindOtherLines() {
+void TestReadSimulated::versionBehindOtherLines() {
     Workshop shop(sim::RfModule::kKirk);
     shop.beltpack.setLinesBeforeVersion(30);
     shop.read();
     QCOMPARE(shown(shop.version.text()), "4.07");
 }
 
-void TestBeltpackReadSimulated::goneAndBack() {
+void TestReadSimulated::goneAndBack() {
     Workshop shop(sim::RfModule::kRm5);
     shop.port.unplug();
     shop.read();
@@ -238,7 +239,7 @@ void TestBeltpackReadSimulated::goneAndBack() {
     QCOMPARE(shop.journal.entries().last(), kSuccess);
 }
 
-void TestBeltpackReadSimulated::pulledDuringTheRead() {
+void TestReadSimulated::pulledDuringTheRead() {
     Workshop shop(sim::RfModule::kRm5);
     shop.beltpack.addFault(sim::parseFault("late=05:1000"));
     shop.loop.at(400, [&] { shop.port.unplug(); });
@@ -250,5 +251,5 @@ void TestBeltpackReadSimulated::pulledDuringTheRead() {
     QCOMPARE(shop.journal.entriesOf("box").size(), 1);
 }
 
-QTEST_APPLESS_MAIN(TestBeltpackReadSimulated)
+QUORVEX_TEST(TestReadSimulated, quorvex::NoApplication)
 #include "test_read_simulated.moc"

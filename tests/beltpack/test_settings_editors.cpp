@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -145,5 +146,5 @@ void TestSettingsEditors::refillStartsOver() {
     QCOMPARE(shown(bench.regulations.top()), "STANDARD - EUROPE");
 }
 
-QTEST_APPLESS_MAIN(TestSettingsEditors)
+QUORVEX_TEST(TestSettingsEditors, quorvex::NoApplication)
 #include "test_settings_editors.moc"

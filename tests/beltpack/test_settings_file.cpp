@@ -2,6 +2,7 @@
 
 #include "tests/beltpack/file_bench.h"
 #include "tests/beltpack/write_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -245,5 +246,5 @@ void TestSettingsFile::serialNumberShown() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSettingsFile)
+QUORVEX_TEST(quorvex::TestSettingsFile, quorvex::NoApplication)
 #include "test_settings_file.moc"

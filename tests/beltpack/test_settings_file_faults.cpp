@@ -6,6 +6,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/beltpack/file_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 #include "tests/support/without_privileges.h"
 
@@ -180,5 +181,5 @@ void TestSettingsFileFaults::diskFillsUp() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSettingsFileFaults)
+QUORVEX_TEST(quorvex::TestSettingsFileFaults, quorvex::NoApplication)
 #include "test_settings_file_faults.moc"

@@ -2,6 +2,7 @@
 
 #include "identity/system_id.h"
 #include "tests/beltpack/file_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -191,5 +192,5 @@ void TestSettingsFileReader::badSystemId() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSettingsFileReader)
+QUORVEX_TEST(quorvex::TestSettingsFileReader, quorvex::NoApplication)
 #include "test_settings_file_reader.moc"

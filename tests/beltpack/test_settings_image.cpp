@@ -2,6 +2,7 @@
 
 #include "beltpack/settings_image.h"
 #include "link/runtime_fault.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -231,5 +232,5 @@ void TestSettingsImage::outsideTheRecords() {
     QCOMPARE(fault, 9);
 }
 
-QTEST_APPLESS_MAIN(TestSettingsImage)
+QUORVEX_TEST(TestSettingsImage, quorvex::NoApplication)
 #include "test_settings_image.moc"

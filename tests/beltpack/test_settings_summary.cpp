@@ -2,6 +2,7 @@
 
 #include "beltpack/settings_summary.h"
 #include "tests/support/beltpack_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -114,5 +115,5 @@ void TestSettingsSummary::recordBeyondTheTable() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSettingsSummary)
+QUORVEX_TEST(quorvex::TestSettingsSummary, quorvex::NoApplication)
 #include "test_settings_summary.moc"

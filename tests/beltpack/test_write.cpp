@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/beltpack/write_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -199,5 +200,5 @@ void TestWrite::slowUnit() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestWrite)
+QUORVEX_TEST(quorvex::TestWrite, quorvex::NoApplication)
 #include "test_write.moc"

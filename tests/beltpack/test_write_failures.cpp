@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/beltpack/write_bench.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
@@ -269,5 +270,5 @@ void TestWriteFailures::nextWriteStartsOver() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestWriteFailures)
+QUORVEX_TEST(quorvex::TestWriteFailures, quorvex::NoApplication)
 #include "test_write_failures.moc"

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "tests/calibration/run_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -319,5 +320,5 @@ void TestCalibRun::runsAgain() {
              "dialog filled: 33 10 200 7 0 Calibrate Beltpack");
 }
 
-QTEST_APPLESS_MAIN(TestCalibRun)
+QUORVEX_TEST(TestCalibRun, quorvex::NoApplication)
 #include "test_calib_run.moc"

@@ -5,6 +5,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/run_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -327,5 +328,5 @@ void TestCalibRunFailures::programEndsAtRest() {
     QCOMPARE(at.port.sentLines(), lines);
 }
 
-QTEST_APPLESS_MAIN(TestCalibRunFailures)
+QUORVEX_TEST(TestCalibRunFailures, quorvex::NoApplication)
 #include "test_calib_run_failures.moc"

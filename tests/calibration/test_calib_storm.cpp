@@ -7,6 +7,7 @@
 #include "simulator/beltpack.h"
 #include "tests/calibration/virtual_dialog.h"
 #include "tests/support/in_memory_unit.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -194,5 +195,5 @@ void TestCalibStorm::storm() {
     QVERIFY(tookS < kBudgetS * kSlower);
 }
 
-QTEST_APPLESS_MAIN(TestCalibStorm)
+QUORVEX_TEST(TestCalibStorm, quorvex::NoApplication)
 #include "test_calib_storm.moc"

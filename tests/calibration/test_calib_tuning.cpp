@@ -2,6 +2,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/tuning_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -327,5 +328,5 @@ void TestCalibTuning::closedPort() {
     QCOMPARE(at.journal.entries(), QStringList({"Rx shows 5", "Tx shows 5", "Mid shows 5"}));
 }
 
-QTEST_APPLESS_MAIN(TestCalibTuning)
+QUORVEX_TEST(TestCalibTuning, quorvex::NoApplication)
 #include "test_calib_tuning.moc"

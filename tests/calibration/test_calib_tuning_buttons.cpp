@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/calibration/tuning_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -340,5 +341,5 @@ void TestCalibTuningButtons::thresholdKeys() {
     QCOMPARE(at.port.sentLines(), runs ? QStringList({"# 027848", "# 0138"}) : QStringList());
 }
 
-QTEST_APPLESS_MAIN(TestCalibTuningButtons)
+QUORVEX_TEST(TestCalibTuningButtons, quorvex::NoApplication)
 #include "test_calib_tuning_buttons.moc"

@@ -3,6 +3,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/tuning_bench.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex;
 
@@ -416,5 +417,5 @@ void TestCalibTuningTimer::endOfTheTickCount() {
     QCOMPARE(at.tick(), QStringList("unload"));
 }
 
-QTEST_APPLESS_MAIN(TestCalibTuningTimer)
+QUORVEX_TEST(TestCalibTuningTimer, quorvex::NoApplication)
 #include "test_calib_tuning_timer.moc"

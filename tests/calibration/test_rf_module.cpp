@@ -4,6 +4,7 @@
 #include "calibration/rf_module.h"
 #include "link/runtime_fault.h"
 #include "tests/support/fake_store.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -239,5 +240,5 @@ void TestRfModule::changedWhileTheDialogIsOpen() {
     QCOMPARE(shown(at.store.get("RfModule", "")), "1");
 }
 
-QTEST_APPLESS_MAIN(TestRfModule)
+QUORVEX_TEST(TestRfModule, quorvex::NoApplication)
 #include "test_rf_module.moc"

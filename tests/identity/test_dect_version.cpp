@@ -6,6 +6,7 @@
 #include "tests/support/fake_controls.h"
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -151,5 +152,5 @@ void TestDectVersion::windowLivesWhileOtherLinesKeepComing() {
     QCOMPARE(shown(at.version.text()), "Unavailable");
 }
 
-QTEST_APPLESS_MAIN(TestDectVersion)
+QUORVEX_TEST(TestDectVersion, quorvex::NoApplication)
 #include "test_dect_version.moc"

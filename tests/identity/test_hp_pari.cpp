@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/identity/system_id_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -111,5 +112,5 @@ void TestHpPari::byDefault() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestHpPari)
+QUORVEX_TEST(quorvex::TestHpPari, quorvex::NoApplication)
 #include "test_hp_pari.moc"

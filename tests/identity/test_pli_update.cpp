@@ -2,6 +2,7 @@
 
 #include "identity/pli_update.h"
 #include "tests/identity/update_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -176,5 +177,5 @@ void TestPliUpdate::keys() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestPliUpdate)
+QUORVEX_TEST(quorvex::TestPliUpdate, quorvex::NoApplication)
 #include "test_pli_update.moc"

@@ -2,6 +2,7 @@
 
 #include "identity/psn_update.h"
 #include "tests/identity/update_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -195,5 +196,5 @@ void TestPsnUpdate::keys() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestPsnUpdate)
+QUORVEX_TEST(quorvex::TestPsnUpdate, quorvex::NoApplication)
 #include "test_psn_update.moc"

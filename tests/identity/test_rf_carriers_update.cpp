@@ -2,6 +2,7 @@
 
 #include "identity/rf_carriers_update.h"
 #include "tests/identity/update_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -127,5 +128,5 @@ void TestRfCarriersUpdate::portGone() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestRfCarriersUpdate)
+QUORVEX_TEST(quorvex::TestRfCarriersUpdate, quorvex::NoApplication)
 #include "test_rf_carriers_update.moc"

@@ -5,6 +5,7 @@
 #include "tests/support/fake_controls.h"
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -205,5 +206,5 @@ void TestSystemId::displayTwice() {
     QCOMPARE(at.fields(), QStringList({"1FEDCBA900", "FEDC", "*B*A", "9"}));
 }
 
-QTEST_APPLESS_MAIN(TestSystemId)
+QUORVEX_TEST(TestSystemId, quorvex::NoApplication)
 #include "test_system_id.moc"

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/identity/system_id_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -160,5 +161,5 @@ void TestSystemIdUpdate::componentsAreReadAfterTheReply() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSystemIdUpdate)
+QUORVEX_TEST(quorvex::TestSystemIdUpdate, quorvex::NoApplication)
 #include "test_system_id_update.moc"

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -119,5 +120,5 @@ void TestActiveAntennaResponse::unpluggedAmongTheLines() {
     QCOMPARE(at.loop.ticks(), 700);
 }
 
-QTEST_APPLESS_MAIN(TestActiveAntennaResponse)
+QUORVEX_TEST(TestActiveAntennaResponse, quorvex::NoApplication)
 #include "test_active_antenna_response.moc"

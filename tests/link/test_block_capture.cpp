@@ -3,6 +3,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -210,5 +211,5 @@ void TestBlockCapture::tickCountOverflow() {
     }
 }
 
-QTEST_APPLESS_MAIN(TestBlockCapture)
+QUORVEX_TEST(TestBlockCapture, quorvex::NoApplication)
 #include "test_block_capture.moc"

@@ -4,6 +4,7 @@
 #include "link/input_wait.h"
 #include "link/runtime_fault.h"
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -151,5 +152,5 @@ void TestInputWait::exitWorksWhileLinesKeepComing() {
     QVERIFY(at.loop.longestPause() <= kSluggishMs);
 }
 
-QTEST_APPLESS_MAIN(TestInputWait)
+QUORVEX_TEST(TestInputWait, quorvex::NoApplication)
 #include "test_input_wait.moc"

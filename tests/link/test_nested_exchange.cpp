@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -137,5 +138,5 @@ void TestNestedExchange::commandInsideACapture() {
     QVERIFY(at.loop.ticks() <= 1500);
 }
 
-QTEST_APPLESS_MAIN(TestNestedExchange)
+QUORVEX_TEST(TestNestedExchange, quorvex::NoApplication)
 #include "test_nested_exchange.moc"

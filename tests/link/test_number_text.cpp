@@ -3,6 +3,7 @@
 
 #include "link/number_text.h"
 #include "link/runtime_fault.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -305,5 +306,5 @@ void TestNumberText::showsAsPrintable() {
     QCOMPARE(QString::fromStdString(printable(bytesOf(text))), shown);
 }
 
-QTEST_APPLESS_MAIN(TestNumberText)
+QUORVEX_TEST(TestNumberText, quorvex::NoApplication)
 #include "test_number_text.moc"

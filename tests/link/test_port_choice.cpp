@@ -6,6 +6,7 @@
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
 #include "tests/support/fake_store.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -241,5 +242,5 @@ void TestPortChoice::reports() {
              QStringList({"box critical: Could not open COM 7 []", "box critical: Could not open COM  []"}));
 }
 
-QTEST_APPLESS_MAIN(TestPortChoice)
+QUORVEX_TEST(TestPortChoice, quorvex::NoApplication)
 #include "test_port_choice.moc"

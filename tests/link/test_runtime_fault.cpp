@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "link/runtime_fault.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -33,5 +34,5 @@ void TestRuntimeFault::report() {
     QCOMPARE(shown(faults[kind].report()), report);
 }
 
-QTEST_APPLESS_MAIN(TestRuntimeFault)
+QUORVEX_TEST(TestRuntimeFault, quorvex::NoApplication)
 #include "test_runtime_fault.moc"

@@ -3,6 +3,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -190,5 +191,5 @@ void TestSerialGetResponse::tickCountOverflow() {
     QCOMPARE(fault, overflows ? 6 : 0);
 }
 
-QTEST_APPLESS_MAIN(TestSerialGetResponse)
+QUORVEX_TEST(TestSerialGetResponse, quorvex::NoApplication)
 #include "test_serial_get_response.moc"

@@ -3,6 +3,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -156,5 +157,5 @@ void TestSerialGetResponseChars::tickCountOverflow() {
     QCOMPARE(fault, overflows ? 6 : 0);
 }
 
-QTEST_APPLESS_MAIN(TestSerialGetResponseChars)
+QUORVEX_TEST(TestSerialGetResponseChars, quorvex::NoApplication)
 #include "test_serial_get_response_chars.moc"

@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "link/serial_port_order.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -46,5 +47,5 @@ void TestSerialPortOrder::orders() {
     QCOMPARE(result, inOrder);
 }
 
-QTEST_APPLESS_MAIN(TestSerialPortOrder)
+QUORVEX_TEST(TestSerialPortOrder, quorvex::NoApplication)
 #include "test_serial_port_order.moc"

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/link/link_fixture.h"
+#include "tests/support/registry.h"
 #include "tests/support/rows.h"
 
 using namespace quorvex;
@@ -122,5 +123,5 @@ void TestSerialSendString::status() {
     QCOMPARE(at.journal.entries(), QStringList{entry});
 }
 
-QTEST_APPLESS_MAIN(TestSerialSendString)
+QUORVEX_TEST(TestSerialSendString, quorvex::NoApplication)
 #include "test_serial_send_string.moc"

@@ -7,7 +7,7 @@
 #include "rscreen/rscreen_picture.h"
 #include "simulator/beltpack.h"
 #include "tests/rscreen/frames.h"
-#include "tests/window/bench.h"
+#include "tests/support/bench.h"
 
 namespace quorvex {
 

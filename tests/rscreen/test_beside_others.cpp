@@ -1,4 +1,5 @@
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -133,5 +134,5 @@ void TestBesideOthers::boxInsideAFrame() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestBesideOthers)
+QUORVEX_TEST(quorvex::TestBesideOthers, QApplication)
 #include "test_beside_others.moc"

@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/rscreen/screen_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -238,5 +239,5 @@ void TestCapture::closedPort() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestCapture)
+QUORVEX_TEST(quorvex::TestCapture, quorvex::NoApplication)
 #include "test_capture.moc"

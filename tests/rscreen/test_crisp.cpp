@@ -3,6 +3,7 @@
 
 #include "tests/rscreen/bitmap_file.h"
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -104,5 +105,5 @@ void TestCrisp::savedInItsOwnSize() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestCrisp)
+QUORVEX_TEST(quorvex::TestCrisp, QApplication)
 #include "test_crisp.moc"

@@ -1,5 +1,6 @@
 #include "simulator/hex.h"
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -105,5 +106,5 @@ void TestDisplayFaults::recovers() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestDisplayFaults)
+QUORVEX_TEST(quorvex::TestDisplayFaults, QApplication)
 #include "test_display_faults.moc"

@@ -9,6 +9,7 @@
 
 #include "tests/rscreen/bitmap_file.h"
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 #include "tests/support/without_privileges.h"
 
 namespace quorvex {
@@ -279,5 +280,5 @@ void TestDumpFile::worksAgainAfterwards() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestDumpFile)
+QUORVEX_TEST(quorvex::TestDumpFile, QApplication)
 #include "test_dump_file.moc"

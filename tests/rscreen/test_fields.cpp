@@ -3,6 +3,7 @@
 #include <QTemporaryDir>
 
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -172,5 +173,5 @@ void TestFields::framesDoNotDisturbTyping() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestFields)
+QUORVEX_TEST(quorvex::TestFields, QApplication)
 #include "test_fields.moc"

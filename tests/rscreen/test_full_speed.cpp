@@ -10,6 +10,8 @@
 #include "link/qt_serial_port.h"
 #include "tests/rscreen/screen_page.h"
 #include "tests/rscreen/terminal_pair.h"
+#include "tests/support/fake_store.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -112,7 +114,7 @@ private:
     std::unique_ptr<QTemporaryDir> ports_;
     std::unique_ptr<TerminalPair> terminal_;
     Journal journal_;
-    std::unique_ptr<MemoryStore> store_;
+    std::unique_ptr<FakeStore> store_;
     std::unique_ptr<QtEventLoop> loop_;
     std::unique_ptr<QtSerialPort> port_;
     std::unique_ptr<FrmMain> window_;
@@ -125,7 +127,7 @@ void TestFullSpeed::init() {
     terminal_ = std::make_unique<TerminalPair>();
     QVERIFY(QFile::link(terminal_->path(), ports_->filePath("COM1")));
     qputenv("QUORVEX_PORTS", ports_->path().toLocal8Bit());
-    store_ = std::make_unique<MemoryStore>(journal_);
+    store_ = std::make_unique<FakeStore>(journal_);
     loop_ = std::make_unique<QtEventLoop>();
     port_ = std::make_unique<QtSerialPort>();
     window_ = std::make_unique<FrmMain>(Machine{*port_, *loop_, *store_});
@@ -224,5 +226,5 @@ void TestFullSpeed::stalledFrameIsShown() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestFullSpeed)
+QUORVEX_TEST(quorvex::TestFullSpeed, QApplication)
 #include "test_full_speed.moc"

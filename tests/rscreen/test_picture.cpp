@@ -3,6 +3,7 @@
 #include <QSignalSpy>
 
 #include "tests/rscreen/screen_page.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -198,5 +199,5 @@ void TestPicture::simulatedMenu() {
 
 }  // namespace quorvex
 
-QTEST_MAIN(quorvex::TestPicture)
+QUORVEX_TEST(quorvex::TestPicture, QApplication)
 #include "test_picture.moc"

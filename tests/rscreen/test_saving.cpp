@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "tests/rscreen/screen_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -224,5 +225,5 @@ void TestSaving::succeedsAfterAFailure() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestSaving)
+QUORVEX_TEST(quorvex::TestSaving, quorvex::NoApplication)
 #include "test_saving.moc"

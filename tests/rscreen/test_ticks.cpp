@@ -2,6 +2,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/rscreen/screen_bench.h"
+#include "tests/support/registry.h"
 
 namespace quorvex {
 
@@ -258,5 +259,5 @@ void TestTicks::windowLivesAtFullLineSpeed() {
 
 }  // namespace quorvex
 
-QTEST_APPLESS_MAIN(quorvex::TestTicks)
+QUORVEX_TEST(quorvex::TestTicks, quorvex::NoApplication)
 #include "test_ticks.moc"

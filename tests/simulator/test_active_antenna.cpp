@@ -2,6 +2,7 @@
 
 #include "simulator/active_antenna.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -162,5 +163,5 @@ void TestActiveAntenna::recordsFollowTheModuleWrittenToLast() {
     QVERIFY(dcBalance(takeAll(antenna, 400)) < 0);
 }
 
-QTEST_APPLESS_MAIN(TestActiveAntenna)
+QUORVEX_TEST(TestActiveAntenna, quorvex::NoApplication)
 #include "test_active_antenna.moc"

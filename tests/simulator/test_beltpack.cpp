@@ -4,6 +4,7 @@
 
 #include "simulator/beltpack.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -324,5 +325,5 @@ void TestBeltpack::transcriptTellsEverything() {
     QVERIFY(transcript == expected);
 }
 
-QTEST_APPLESS_MAIN(TestBeltpack)
+QUORVEX_TEST(TestBeltpack, quorvex::NoApplication)
 #include "test_beltpack.moc"

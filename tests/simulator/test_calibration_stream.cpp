@@ -4,6 +4,7 @@
 
 #include "simulator/beltpack.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -226,5 +227,5 @@ void TestCalibrationStream::halfRecordOnce() {
     QCOMPARE(takeAll(*beltpack_, 400).size(), 14);
 }
 
-QTEST_APPLESS_MAIN(TestCalibrationStream)
+QUORVEX_TEST(TestCalibrationStream, quorvex::NoApplication)
 #include "test_calibration_stream.moc"

@@ -5,6 +5,7 @@
 #include "simulator/menu_picture.h"
 #include "simulator/screen.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -175,5 +176,5 @@ void TestDisplayStream::transcriptNamesTheFrame() {
     QCOMPARE(QByteArray::fromStdString(shown), "display frame, 516 bytes");
 }
 
-QTEST_APPLESS_MAIN(TestDisplayStream)
+QUORVEX_TEST(TestDisplayStream, quorvex::NoApplication)
 #include "test_display_stream.moc"

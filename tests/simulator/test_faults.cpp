@@ -6,6 +6,7 @@
 #include "simulator/beltpack.h"
 #include "simulator/fault.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -283,5 +284,5 @@ void TestFaults::cleared() {
     QCOMPARE(exchange(beltpack, "# 0102"), "# 02821F\r\n");
 }
 
-QTEST_APPLESS_MAIN(TestFaults)
+QUORVEX_TEST(TestFaults, quorvex::NoApplication)
 #include "test_faults.moc"

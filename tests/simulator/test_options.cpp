@@ -9,6 +9,7 @@
 #include "simulator/beltpack.h"
 #include "simulator/options.h"
 #include "tests/simulator/exchange.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -179,5 +180,5 @@ void TestOptions::helpNamesEverything() {
         QVERIFY2(line.size() <= 110, line.constData());
 }
 
-QTEST_APPLESS_MAIN(TestOptions)
+QUORVEX_TEST(TestOptions, quorvex::NoApplication)
 #include "test_options.moc"

@@ -3,6 +3,7 @@
 
 #include "simulator/beltpack.h"
 #include "simulator/paced_line.h"
+#include "tests/support/registry.h"
 
 using namespace quorvex::sim;
 
@@ -125,5 +126,5 @@ void TestPacedLine::withoutPace() {
     QVERIFY(!line.nextEventNs());
 }
 
-QTEST_APPLESS_MAIN(TestPacedLine)
+QUORVEX_TEST(TestPacedLine, quorvex::NoApplication)
 #include "test_paced_line.moc"

@@ -10,6 +10,7 @@
 
 #include "simulator/menu_picture.h"
 #include "tests/simulator/pty_client.h"
+#include "tests/support/registry.h"
 
 namespace {
 
@@ -336,5 +337,5 @@ void TestProgram::help() {
     QVERIFY(program_->readAllStandardOutput().startsWith("Usage: quorvex-simulator"));
 }
 
-QTEST_GUILESS_MAIN(TestProgram)
+QUORVEX_TEST(TestProgram, QCoreApplication)
 #include "test_program.moc"

@@ -1,0 +1,430 @@
+#include <sys/resource.h>
+#include <unistd.h>
+
+#include <QCoreApplication>
+#include <QElapsedTimer>
+#include <QScopeGuard>
+#include <QSocketNotifier>
+#include <QTemporaryDir>
+#include <QTest>
+#include <QTimer>
+#include <array>
+#include <atomic>
+#include <chrono>
+#include <memory>
+#include <thread>
+
+#include "link/command_link.h"
+#include "link/qt_event_loop.h"
+#include "link/qt_serial_port.h"
+#include "link/runtime_fault.h"
+#include "tests/support/cpu_time.h"
+#include "tests/support/pseudo_terminal.h"
+#include "tests/support/registry.h"
+
+namespace quorvex {
+
+namespace {
+
+constexpr int kPort = 5;
+constexpr int kSlackMs = 400;  ///< that a loaded machine may add to a limit
+
+class NoConsole : public Console {
+public:
+    void status(std::string_view, Colour) override {}
+    void messageBox(std::string_view, Icon, std::string_view) override {}
+    void beep() override {}
+    void hourglass(bool) override {}
+};
+
+/// Qt's own loop, watched: what is on the wire when a wait begins.
+class WatchedLoop : public EventLoop {
+public:
+    explicit WatchedLoop(const PseudoTerminal& terminal) : terminal_(terminal) {}
+    std::int32_t ticks() const override { return loop_.ticks(); }
+    void run(std::int32_t untilTick) override {
+        if (turns_++ == 0)
+            onWireAtFirstWait_ = terminal_.arrived();
+        loop_.run(untilTick);
+    }
+    QByteArray onWireAtFirstWait() const { return onWireAtFirstWait_; }
+    int turns() const { return turns_; }
+
+private:
+    const PseudoTerminal& terminal_;
+    QtEventLoop loop_;
+    QByteArray onWireAtFirstWait_;
+    int turns_ = 0;
+};
+
+double processorMs() {
+    rusage used{};
+    ::getrusage(RUSAGE_SELF, &used);
+    const auto ms = [](const timeval& time) {
+        return double(time.tv_sec) * 1000 + double(time.tv_usec) / 1000;
+    };
+    return ms(used.ru_utime) + ms(used.ru_stime);
+}
+
+QString shown(const std::string& text) {
+    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
+}
+
+}  // namespace
+
+/// The real port, the real clock and the real event loop, with a
+/// pseudo-terminal for the cable.
+class TestSerialPort : public QObject {
+    Q_OBJECT
+
+private Q_SLOTS:
+    void init();
+    void cleanup();
+    void arrivedOnly_data();
+    void arrivedOnly();
+    void arrivedOnlyIsAtOnce();
+    void blockWithoutAWait();
+    void arrivedBlockBehindItsMarker();
+    void commandIsOnTheWire();
+    void everythingIsOnTheWireAtTheFirstWait();
+    void sendingDropsWhatWaits();
+    void openingDropsWhatWaits();
+    void droppedBehindTheLoopsBack();
+    void unitThatDoesNotRead();
+    void allBytesPass();
+    void silence_data();
+    void silence();
+    void eachCharacterRestartsTheLimit();
+    void floodKeepsTheWindowAlive();
+    void hangUpInAWait();
+    void hangUpAtRest();
+    void hungUpPortCostsNothing();
+    void opensAgain();
+    void closedPort();
+    void cannotOpen_data();
+    void cannotOpen();
+
+private:
+    std::unique_ptr<QTemporaryDir> folder_;
+    std::unique_ptr<PseudoTerminal> terminal_;
+    std::unique_ptr<QtSerialPort> port_;
+    QtEventLoop loop_;
+    NoConsole console_;
+    std::unique_ptr<CommandLink> link_;
+};
+
+void TestSerialPort::init() {
+    folder_ = std::make_unique<QTemporaryDir>();
+    qputenv("QUORVEX_PORTS", folder_->path().toLocal8Bit());
+    terminal_ = std::make_unique<PseudoTerminal>();
+    QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
+    port_ = std::make_unique<QtSerialPort>();
+    link_ = std::make_unique<CommandLink>(*port_, loop_, console_);
+    port_->open(kPort);
+    QVERIFY(port_->isOpen());
+}
+
+void TestSerialPort::cleanup() {
+    link_.reset();
+    port_.reset();
+    terminal_.reset();
+}
+
+// No event has run between the arrival and the read.
+void TestSerialPort::arrivedOnly_data() {
+    QTest::addColumn<QByteArray>("sent");
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("characters");
+    QTest::newRow("line") << QByteArray("#12345\r") << "#12345"
+                          << "#12345";
+    QTest::newRow("with a line before") << QByteArray("xx\r\n#1234\r\n56") << "#1234"
+                                        << "#12345";
+    QTest::newRow("incomplete") << QByteArray("#1234") << "Error"
+                                << "Error";
+    QTest::newRow("nothing") << QByteArray() << "Error"
+                             << "Error";
+    QTest::newRow("no start") << QByteArray("0123456\r") << "Error"
+                              << "Error";
+}
+
+void TestSerialPort::arrivedOnly() {
+    QFETCH(QByteArray, sent);
+    QFETCH(QString, line);
+    QFETCH(QString, characters);
+    terminal_->send(sent);
+    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), line);
+    port_->discardInput();
+    terminal_->send(sent);
+    QCOMPARE(shown(link_->serialGetResponseChars(limit::kArrivedOnly, 6)), characters);
+}
+
+void TestSerialPort::arrivedOnlyIsAtOnce() {
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+    QCOMPARE(shown(link_->serialGetResponseChars(limit::kArrivedOnly, 6)), "Error");
+    QVERIFY2(timer.elapsed() < kSlackMs, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestSerialPort::blockWithoutAWait() {
+    terminal_->send("xxsyn");  // the marker breaks off
+    link_->GetDataBuffer(limit::kArrivedOnly, 5);
+    QCOMPARE(link_->dataBuffer().count(), 0);
+}
+
+void TestSerialPort::arrivedBlockBehindItsMarker() {
+    QByteArray block("xsync");
+    for (int value = 0; value < 256; ++value)
+        block.append(static_cast<char>(value));
+    terminal_->send(block);
+    link_->GetDataBuffer(limit::kArrivedOnly, 256);
+    QCOMPARE(link_->dataBuffer().count(), 256);
+    for (std::size_t value = 0; value < 256; ++value)
+        QCOMPARE(int(link_->dataBuffer().bytes().at(value)), int(value));
+}
+
+void TestSerialPort::commandIsOnTheWire() {
+    link_->serialSendString("# 0139");
+    QCOMPARE(terminal_->arrived(), "# 0139\r\n");
+}
+
+void TestSerialPort::everythingIsOnTheWireAtTheFirstWait() {
+    WatchedLoop watched(*terminal_);
+    CommandLink link(*port_, watched, console_);
+    link.serialSendString("! 0E030002100ECE00001503FF000000");
+    QTimer::singleShot(20, this, [this] { terminal_->send("^ 020002\r\n"); });
+    QCOMPARE(shown(link.serialGetResponse(limit::kLine, '\r')), "^ 020002");
+    QCOMPARE(watched.onWireAtFirstWait(), "! 0E030002100ECE00001503FF000000\r\n");
+    // It sleeps while it waits, and does not look round and round.
+    QVERIFY2(watched.turns() < 50, qPrintable(QString::number(watched.turns())));
+}
+
+void TestSerialPort::sendingDropsWhatWaits() {
+    terminal_->send("#stale\r\n");
+    link_->serialSendString("# 0101");
+    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+}
+
+void TestSerialPort::openingDropsWhatWaits() {
+    terminal_->send("#stale\r\n");
+    port_->close();
+    terminal_->send("#staler\r\n");
+    port_->open(kPort);
+    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+}
+
+// What has come is dropped when the event loop has seen it and the port has not read it yet.
+void TestSerialPort::droppedBehindTheLoopsBack() {
+    port_->close();
+    std::array<int, 2> pipe{};
+    QCOMPARE(::pipe(pipe.data()), 0);
+    const auto closePipe = qScopeGuard([&pipe] {
+        ::close(pipe[0]);
+        ::close(pipe[1]);
+    });
+    // Made before the port is opened, so it is served before the port in the same turn of the loop.
+    QSocketNotifier first(pipe[0], QSocketNotifier::Read);
+    port_->open(kPort);
+    QCoreApplication::processEvents();
+    bool lost = false;
+    port_->onLost([&lost] { lost = true; });
+    bool dropped = false;
+    connect(&first, &QSocketNotifier::activated, this, [&] {
+        first.setEnabled(false);
+        port_->discardInput();
+        dropped = true;
+    });
+
+    terminal_->send("# 0139\r\n");
+    QCOMPARE(::write(pipe[1], "!", 1), ssize_t{1});
+    QTRY_VERIFY(dropped);
+    QCoreApplication::processEvents();
+    QVERIFY(!lost);
+    QVERIFY(port_->isOpen());
+    // What comes now still wakes the wait.
+    QElapsedTimer clock;
+    clock.start();
+    QTimer::singleShot(20, this, [this] { terminal_->send("# 0280\r\n"); });
+    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "# 0280");
+    QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestSerialPort::unitThatDoesNotRead() {
+    bool lost = false;
+    port_->onLost([&lost] { lost = true; });
+    const QByteArray line(30, 'x');
+    QByteArray sent;
+    while (sent.size() < 100'000) {  // more than a pseudo-terminal holds
+        link_->serialSendString(line.toStdString());
+        sent += line + "\r\n";
+        QCoreApplication::processEvents();
+    }
+    QVERIFY(!lost);
+    QByteArray arrived;
+    QTRY_VERIFY((arrived += terminal_->arrived()).size() >= sent.size());
+    QCOMPARE(arrived, sent);
+    QVERIFY(!lost);
+}
+
+void TestSerialPort::allBytesPass() {
+    QByteArray every("#");
+    for (int value = 1; value < 256; ++value) {
+        if (value != '\r')
+            every.append(static_cast<char>(value));
+    }
+    terminal_->send(every + '\r');
+    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')).toLatin1(), every);
+    for (const char byte : every)
+        port_->write(byte);
+    port_->flush();
+    QByteArray arrived;
+    QTRY_COMPARE_WITH_TIMEOUT((arrived += terminal_->arrived()).size(), every.size(), 5000);
+    QCOMPARE(arrived, every);
+}
+
+void TestSerialPort::silence_data() {
+    QTest::addColumn<bool>("line");
+    QTest::addColumn<int>("limitMs");
+    QTest::newRow("line, one unit") << true << 2000;
+    QTest::newRow("characters, one unit") << false << 1000;
+}
+
+// Neither sooner nor much later, and asleep all the while.
+void TestSerialPort::silence() {
+    QFETCH(bool, line);
+    QFETCH(int, limitMs);
+    const double before = processorMs();
+    QElapsedTimer timer;
+    timer.start();
+    const std::string reply = line ? link_->serialGetResponse(1, '\r') : link_->serialGetResponseChars(1, 8);
+    const qint64 elapsedMs = timer.elapsed();
+    QCOMPARE(shown(reply), "Error");
+    QVERIFY2(elapsedMs >= limitMs - 1 && elapsedMs < limitMs + kSlackMs,
+             qPrintable(QString::number(elapsedMs)));
+    const double used = processorMs() - before;
+    QVERIFY2(used < 0.02 * limitMs, qPrintable(QString::number(used) + " ms"));
+}
+
+void TestSerialPort::eachCharacterRestartsTheLimit() {
+    // Two gaps of 700 ms under a limit of 1 s.
+    QTimer::singleShot(700, this, [this] { terminal_->send("# 02"); });
+    QTimer::singleShot(1400, this, [this] { terminal_->send("BD21\r\n"); });
+    QCOMPARE(shown(link_->serialGetResponseChars(1, 8)), "# 02BD21");
+}
+
+// Somebody at the other end who never ends a line: the window still gets its
+// turns.
+void TestSerialPort::floodKeepsTheWindowAlive() {
+    qint64 longestMs = 0;
+    int turns = 0;
+    QElapsedTimer sinceTurn;
+    QTimer window;
+    window.setInterval(5);
+    connect(&window, &QTimer::timeout, this, [&] {
+        longestMs = std::max(longestMs, sinceTurn.restart());
+        ++turns;
+    });
+    std::atomic<bool> stop = false;
+    std::thread flood([this, &stop] {
+        terminal_->send("#");
+        terminal_->flood(stop);
+        terminal_->send("\r");
+    });
+    std::thread stopper([&stop] {
+        std::this_thread::sleep_for(std::chrono::milliseconds(1200));
+        stop = true;
+    });
+    window.start();
+    sinceTurn.start();
+    const std::string reply = link_->serialGetResponse(limit::kLine, '\r');
+    stopper.join();
+    flood.join();
+    QVERIFY(reply != kError);
+    QVERIFY2(reply.size() > 10'000, qPrintable(QString::number(reply.size())));
+    QVERIFY2(longestMs < kSlackMs, qPrintable(QString::number(longestMs)));
+    QVERIFY2(turns > 5, qPrintable(QString::number(turns)));
+}
+
+void TestSerialPort::hangUpInAWait() {
+    int lost = 0;
+    port_->onLost([&lost] { ++lost; });
+    QTimer::singleShot(50, this, [this] {
+        terminal_->send("# 02");
+        terminal_->hangUp();
+    });
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(shown(link_->serialGetResponseChars(limit::kReply, 8)), "Error");
+    QVERIFY2(timer.elapsed() < 2000 + kSlackMs, qPrintable(QString::number(timer.elapsed())));
+    QTRY_COMPARE(lost, 1);
+    QVERIFY(!port_->isOpen());
+}
+
+void TestSerialPort::hangUpAtRest() {
+    int lost = 0;
+    port_->onLost([&lost] { ++lost; });
+    terminal_->hangUp();
+    QTRY_COMPARE(lost, 1);
+    QVERIFY(!port_->isOpen());
+    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "Error");
+}
+
+void TestSerialPort::hungUpPortCostsNothing() {
+    terminal_->hangUp();
+    QTRY_VERIFY(!port_->isOpen());
+    constexpr int kMeasureMs = 500;
+    const double share = cpuShare(QCoreApplication::applicationPid(), kMeasureMs);
+    QVERIFY2(share >= 0 && share < 0.05, qPrintable(QString::number(share)));
+}
+
+void TestSerialPort::opensAgain() {
+    terminal_->hangUp();
+    QTRY_VERIFY(!port_->isOpen());
+    terminal_ = std::make_unique<PseudoTerminal>();
+    QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
+    port_->open(kPort);
+    link_->serialSendString("# 0101");
+    QCOMPARE(terminal_->arrived(), "# 0101\r\n");
+    terminal_->send("# 0681\r\n");
+    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "# 0681");
+    int lost = 0;
+    port_->onLost([&lost] { ++lost; });
+    QCoreApplication::processEvents();
+    QCOMPARE(lost, 0);
+}
+
+void TestSerialPort::closedPort() {
+    port_->close();
+    QElapsedTimer timer;
+    timer.start();
+    link_->serialSendString("# 0101");
+    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "Error");
+    QCOMPARE(shown(link_->serialGetResponseChars(limit::kReply, 8)), "Error");
+    QVERIFY2(timer.elapsed() < kSlackMs, qPrintable(QString::number(timer.elapsed())));
+    QCOMPARE(terminal_->arrived(), "");
+    port_->close();  // nothing happens
+    QVERIFY(!port_->isOpen());
+}
+
+void TestSerialPort::cannotOpen_data() {
+    QTest::addColumn<QString>("device");  // "" is no link at all
+    QTest::newRow("absent") << "";
+    QTest::newRow("dangling link") << "/dev/pts/no-such";
+    QTest::newRow("no serial port") << "/dev/null";
+    QTest::newRow("folder") << "/tmp";
+}
+
+void TestSerialPort::cannotOpen() {
+    QFETCH(QString, device);
+    if (!device.isEmpty())
+        QVERIFY(QFile::link(device, folder_->filePath("COM7")));
+    QVERIFY_EXCEPTION_THROWN(port_->open(7), RuntimeFault);
+    QVERIFY(!port_->isOpen());
+    port_->open(kPort);
+    QVERIFY(port_->isOpen());
+}
+
+}  // namespace quorvex
+
+QUORVEX_TEST(quorvex::TestSerialPort, QCoreApplication)
+#include "test_serial_port.moc"

@@ -1,0 +1,21 @@
+#include "tests/support/bench_loop.h"
+
+#include <QCoreApplication>
+#include <algorithm>
+
+namespace quorvex {
+
+void BenchLoop::run(std::int32_t untilTick) {
+    if (!deeds_.empty()) {
+        const auto deed = std::move(deeds_.front());
+        deeds_.pop_front();
+        deed();
+    }
+    QCoreApplication::processEvents();
+    if (wire_.waiting() > 0 || clock_.nowMs >= untilTick)
+        return;
+    const std::int64_t next = wire_.nextEventMs().value_or(untilTick);
+    clock_.nowMs = std::clamp<std::int64_t>(next, clock_.nowMs, untilTick);
+}
+
+}  // namespace quorvex
