@@ -2,55 +2,36 @@
 
 #include <string>
 
-#include "link/command_link.h"
-#include "link/controls.h"
+#include "link/antenna_module.h"
+#include "link/calibration_fields.h"
+#include "link/operation.h"
+#include "link/radio_module.h"
 
 namespace quorvex {
-
-/// What reading an Active Antenna needs of its neighbours.
-class AntennaReadNeighbours {
-public:
-    virtual ~AntennaReadNeighbours() = default;
-    /// 0: RM5, 1: Kirk.
-    virtual int rfModuleType() const = 0;
-    /// Holds and stores a detected type and lays the calibration controls out for it.
-    virtual void changeRfModuleType(int type) = 0;
-};
-
-/// The calibration fields of one module of the antenna.
-struct AntennaModuleFields {
-    TextField &fmDeviation, &freqAccuracy, &freqAdjustRx, &freqAdjustTx;
-};
 
 /// Reading an Active Antenna's calibration values, and putting it into TBR6 test mode afterwards.
 class AntennaRead {
 public:
-    AntennaRead(CommandLink& link, AntennaModuleFields moduleA, AntennaModuleFields moduleB,
-                AntennaReadNeighbours& neighbours);
+    AntennaRead(CommandLink& link, RadioModule& module, CalibrationFields fieldsA, CalibrationFields fieldsB);
 
     void CommandRdSettingsAA_Click() { ReadActiveAntennaSettings(false); }
     void CommandSetTbr6_Click() { ReadActiveAntennaSettings(true); }
 
 private:
-    /// An antenna that does not answer where it must; ends the read in its failure box.
-    struct NoReply {};
-
-    bool isKirk() const { return neighbours_.rfModuleType() == 1; }
     void ReadActiveAntennaSettings(bool setTbr6);
-    void readAll();
-    bool detectKirk();
-    void setTbr6Mode();
-    void reportFailure();
+    // These throw "No reply" where the antenna does not answer as it must.
+    void readAll(Operation& operation);
+    void setTbr6Mode(Operation& operation);
+    void detectModule(Operation& operation);
 
-    /// The data byte of the reply to `line`, from the line that contains `expected`; throws NoReply.
-    int readByte(const char* line, const char* expected);
-    void showByte(const char* line, const char* expected, TextField& field);
-    void showFrequency(const char* line, const char* expected, TextField& field);
+    void readFrequencies(Operation& operation, const AntennaModule& module, const CalibrationFields& fields);
+    /// The data byte of a register; throws "No reply".
+    int readByte(Operation& operation, const AntennaRegister& from);
+    void showByte(Operation& operation, const AntennaRegister& from, TextField& field);
 
     CommandLink& link_;
-    AntennaModuleFields moduleA_;
-    AntennaModuleFields moduleB_;
-    AntennaReadNeighbours& neighbours_;
+    RadioModule& module_;
+    CalibrationFields fieldsA_, fieldsB_;
 };
 
 }  // namespace quorvex

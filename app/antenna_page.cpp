@@ -5,16 +5,6 @@
 
 namespace quorvex {
 
-class AntennaPage::Neighbours : public AntennaReadNeighbours {
-public:
-    explicit Neighbours(RfModule& rfModule) : rfModule_(rfModule) {}
-    int rfModuleType() const override { return rfModule_.type(); }
-    void changeRfModuleType(int type) override { rfModule_.change(static_cast<std::int16_t>(type)); }
-
-private:
-    RfModule& rfModule_;
-};
-
 AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
     : QWidget(parent),
       link_(link),
@@ -42,15 +32,8 @@ AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
     columns->addStretch();
 }
 
-AntennaPage::~AntennaPage() = default;
-
-void AntennaPage::connectTo(RfModule& rfModule, CalibRun& calibRun) {
-    const auto fieldsOf = [](CalibFrameWidget& module) {
-        return AntennaModuleFields{module.fmDeviation(), module.freqAccuracy(), module.freqAccuracyRx(),
-                                   module.freqAccuracyTx()};
-    };
-    neighbours_ = std::make_unique<Neighbours>(rfModule);
-    read_ = std::make_unique<AntennaRead>(link_, fieldsOf(*moduleA_), fieldsOf(*moduleB_), *neighbours_);
+void AntennaPage::connectTo(RadioModule& module, CalibRun& calibRun) {
+    read_ = std::make_unique<AntennaRead>(link_, module, moduleA_->fields(), moduleB_->fields());
     antenna_->connectTo(*read_);
     moduleA_->onCalibrate(
         [this, &calibRun] { calibRun.CommandCalibAAA_Click(moduleA_->fields(), moduleB_->fields()); });

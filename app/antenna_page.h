@@ -14,23 +14,19 @@ namespace quorvex {
 class AntennaPage : public QWidget {
 public:
     explicit AntennaPage(CommandLink& link, QWidget* parent = nullptr);
-    ~AntennaPage() override;
 
     /// Wires the operations that need the radio module type, and the calibration. Called once.
-    void connectTo(RfModule& rfModule, CalibRun& calibRun);
+    void connectTo(RadioModule& module, CalibRun& calibRun);
 
     CalibFrame& moduleA() { return *moduleA_; }
     CalibFrame& moduleB() { return *moduleB_; }
 
 private:
-    class Neighbours;
-
     CommandLink& link_;
     AntennaFrame* antenna_;
     CalibFrameWidget* moduleA_;
     CalibFrameWidget* moduleB_;
     DectVersionFrame* dectVersion_;
-    std::unique_ptr<Neighbours> neighbours_;
     std::unique_ptr<AntennaRead> read_;
 };
 

@@ -7,17 +7,16 @@ namespace quorvex {
 
 class BeltpackPage::Neighbours : public BeltpackReadNeighbours, public SettingsFileNeighbours {
 public:
-    Neighbours(BeltpackPage& page, RfModule& rfModule) : page_(page), rfModule_(rfModule) {}
+    explicit Neighbours(BeltpackPage& page) : page_(page) {}
 
-    int rfModuleType() const override { return rfModule_.type(); }
-    void changeRfModuleType(int type) override { rfModule_.change(static_cast<std::int16_t>(type)); }
-    void showSystemId(const std::string& parkB) override { page_.systemId_->systemId().showParkB(parkB); }
-    void requestDectVersion() override { page_.dectVersion_->version().request(); }
+    std::string showSystemId(const std::string& parkB) override {
+        return page_.systemId_->systemId().showParkB(parkB);
+    }
+    void requestDectVersion(Operation& read) override { page_.dectVersion_->version().request(read); }
     void enableSettingsButtons() override { page_.transfer_->enableSettingsButtons(); }
 
 private:
     BeltpackPage& page_;
-    RfModule& rfModule_;
 };
 
 BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent)
@@ -66,20 +65,16 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
 
 BeltpackPage::~BeltpackPage() = default;
 
-void BeltpackPage::connectTo(RfModule& rfModule, CalibRun& calibRun) {
-    neighbours_ = std::make_unique<Neighbours>(*this, rfModule);
+void BeltpackPage::connectTo(RadioModule& module, CalibRun& calibRun) {
+    neighbours_ = std::make_unique<Neighbours>(*this);
     read_ = std::make_unique<BeltpackRead>(
-        link_, image_, editors_->editors(),
+        link_, image_, module, editors_->editors(),
         BeltpackFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), parkLength_->pli(),
-                       calibration_->fmDeviation(), calibration_->freqAccuracy(),
-                       calibration_->freqAccuracyRx(), calibration_->freqAccuracyTx(),
-                       calibration_->rssiThreshold()},
+                       calibration_->fields(), calibration_->rssiThreshold()},
         *neighbours_);
     file_ = std::make_unique<SettingsFile>(
         link_, image_, fileDialog_,
-        SettingsFileFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), calibration_->fmDeviation(),
-                           calibration_->freqAccuracy(), calibration_->freqAccuracyRx(),
-                           calibration_->freqAccuracyTx()},
+        SettingsFileFields{beltpackId_->beltpackId(), rfCarriers_->rfCarriers(), calibration_->fields()},
         *neighbours_);
     transfer_->connectTo(*read_, write_, *file_);
     editors_->connectTo(production_);

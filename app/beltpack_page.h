@@ -26,7 +26,7 @@ public:
     ~BeltpackPage() override;
 
     /// Wires the operations that need the radio module type, and the calibration. Called once.
-    void connectTo(RfModule& rfModule, CalibRun& calibRun);
+    void connectTo(RadioModule& module, CalibRun& calibRun);
     CalibFrame& calibFrame() { return *calibration_; }
 
 private:

@@ -47,14 +47,14 @@ FrmMain::FrmMain(Machine machine)
       labelComPort_(new QLabel(QString::fromLatin1(kNoComms), this)),
       console_(*statusLine_),
       link_(machine.port, machine.loop, console_),
-      portChoice_(machine.port, machine.store, console_),
+      portChoice_(link_, machine.port, machine.store),
       beltpackPage_(new BeltpackPage(link_, image_)),
       antennaPage_(new AntennaPage(link_)),
       rfModule_(machine.store,
                 {beltpackPage_->calibFrame(), antennaPage_->moduleA(), antennaPage_->moduleB()}),
       rfModulePicker_(this),
       startup_(portChoice_, rfModule_, *this),
-      calibRun_(link_, *this) {
+      calibRun_(link_, rfModule_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
     setWindowTitle(fromLatin1(kProgramTitle));
     buildMenus();
@@ -118,10 +118,6 @@ void FrmMain::settingsNotSaved() {
         Icon::critical, {});
 }
 
-void FrmMain::leaveCalibrationMode() {
-    calibRun_.leaveCalibrationMode();
-}
-
 void FrmMain::showPortLabel(const std::string& text) {
     labelComPort_->setText(fromLatin1(text));
     labelComPort_->setToolTip(portHover());
@@ -140,7 +136,6 @@ QString FrmMain::portHover() const {
 
 void FrmMain::showPortDialog() {
     ComSelect(portChoice_, this).exec();
-    link_.portChosen();
 }
 
 std::unique_ptr<CalibDialog> FrmMain::createDialog(CalResult& result) {
@@ -156,8 +151,7 @@ void FrmMain::closeEvent(QCloseEvent* event) {
     event->accept();
     if (!port_.isOpen())
         return;  // the window unloads normally, and the program ends with it
-    leaveCalibrationMode();
-    port_.close();
+    closePort();
     endProgram(0);
 }
 

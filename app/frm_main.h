@@ -35,8 +35,8 @@ public:
     void portLost();
     /// The settings could not be saved.
     void settingsNotSaved();
-    /// The program ends: a unit in calibration mode is told to leave it.
-    void leaveCalibrationMode();
+    /// The program ends: a unit in calibration mode is told to leave it first.
+    void closePort() { link_.closePort(); }
 
 protected:
     void closeEvent(QCloseEvent* event) override;
@@ -46,7 +46,6 @@ private:
     /// Which device the port is, and why it is not open.
     QString portHover() const;
     void showPortDialog() override;
-    int rfModuleType() const override { return rfModule_.type(); }
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override;
     void buildMenus();
     QWidget* buildBottomLine();

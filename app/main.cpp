@@ -19,8 +19,7 @@ int main(int argc, char** argv) {
     port.onLost([&window] { window.portLost(); });
     store.onSaveFailed([&window] { window.settingsNotSaved(); });
     quorvex::setProgramEnd([&](int status) {
-        window.leaveCalibrationMode();
-        port.close();
+        window.closePort();
         std::fflush(nullptr);
         std::_Exit(status);
     });

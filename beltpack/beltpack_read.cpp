@@ -1,6 +1,6 @@
 #include "beltpack/beltpack_read.h"
 
-#include "link/number_text.h"
+#include "link/reply.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -10,59 +10,77 @@ namespace {
 constexpr int kDetectReplyLength = 6;
 constexpr int kNumberReplyLength = 8;
 
-int numberOf(const std::string& reply) {
-    return static_cast<int>(hexValue(dataDigits(reply)));
+/// What has not been read by now belongs to a unit that is gone, or to an image that a file has replaced.
+void demandGoingOn(const Operation& operation) {
+    if (operation.isOver())
+        throw RuntimeFault::noReply();
 }
 
 }  // namespace
 
-BeltpackRead::BeltpackRead(CommandLink& link, SettingsImage& image, SettingsEditors& editors,
-                           BeltpackFields fields, BeltpackReadNeighbours& neighbours)
-    : link_(link), image_(image), editors_(editors), fields_(fields), neighbours_(neighbours) {}
+BeltpackRead::BeltpackRead(CommandLink& link, SettingsImage& image, RadioModule& module,
+                           SettingsEditors& editors, BeltpackFields fields,
+                           BeltpackReadNeighbours& neighbours)
+    : link_(link),
+      image_(image),
+      module_(module),
+      editors_(editors),
+      fields_(fields),
+      neighbours_(neighbours) {}
 
 void BeltpackRead::CommandRdSettingsBp_Click() {
-    editors_.refillLists();
-    image_.clearValues();
-    detectRfModule();
-    link_.console().hourglass(true);
-    link_.status("Reading settings from Beltpack...", kBlack);
-    try {
-        readParameters();
-        readCalibration();
-        showIdentity();
-        readRssiThreshold();
-        editors_.showImage();
-        neighbours_.requestDectVersion();
-    } catch (const NoReply&) {
-        reportFailure();
-        return;
-    } catch (const RuntimeFault&) {
-        reportFailure();
+    std::string systemIdProblem;
+    if (!readAll(systemIdProblem)) {
+        link_.status("Error communicating with Beltpack.", kBlack);
+        link_.console().messageBox("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.",
+                                   Icon::critical);
         return;
     }
-    link_.console().hourglass(false);
     neighbours_.enableSettingsButtons();
     link_.status("Settings read from Beltpack successfully.", kSuccessGreen);
+    if (!systemIdProblem.empty())
+        link_.console().messageBox(systemIdProblem, Icon::critical);
 }
 
-void BeltpackRead::detectRfModule() {
+bool BeltpackRead::readAll(std::string& systemIdProblem) {
+    Operation operation(link_, image_.untilFile());
+    editors_.refillLists();
+    const SettingsImage::Filling filling(image_);
+    detectRfModule(operation);
+    operation.hourglass();
+    link_.status("Reading settings from Beltpack...", kBlack);
+    try {
+        readParameters(operation);
+        readCalibration(operation);
+        systemIdProblem = showIdentity();
+        readRssiThreshold(operation);
+        editors_.showImage();
+        neighbours_.requestDectVersion(operation);
+        demandGoingOn(operation);
+        return true;
+    } catch (const RuntimeFault&) {
+        return false;
+    }
+}
+
+void BeltpackRead::detectRfModule(Operation& operation) {
     // Only an RM5 answers just so; everything else, silence too, is taken for a Kirk.
-    const bool rm5 = exchange("# 0139", kDetectReplyLength) == "# 01BF";
-    if (rm5 && neighbours_.rfModuleType() == 1)
-        neighbours_.changeRfModuleType(0);
-    else if (!rm5 && neighbours_.rfModuleType() == 0)
-        neighbours_.changeRfModuleType(1);
+    const bool rm5 = operation.exchange("# 0139", kDetectReplyLength) == "# 01BF";
+    if (rm5 && module_.type() == RadioModule::kKirk)
+        module_.change(RadioModule::kRm5);
+    else if (!rm5 && module_.type() == RadioModule::kRm5)
+        module_.change(RadioModule::kKirk);
 }
 
-void BeltpackRead::readParameters() {
+void BeltpackRead::readParameters(Operation& operation) {
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
         Parameter& parameter = image_[i];
-        const std::string reply = exchange(parameter.readLine(), parameter.replyLength());
+        const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
         if (reply != kError) {
             parameter.storeReply(reply);
             parameter.available = "1";
-        } else if (i == SettingsImage::kPsn) {
-            throw NoReply();
+        } else if (i == SettingsImage::kPsn || !operation.isWanted()) {
+            throw RuntimeFault::noReply();
         } else {
             parameter.available = "0";
             parameter.value = "N/A";
@@ -72,49 +90,39 @@ void BeltpackRead::readParameters() {
     }
 }
 
-void BeltpackRead::readCalibration() {
-    fields_.fmDeviation.setText(std::to_string(readNumber("# 013D")));
-    const int accuracy = readNumber("# 013C");
-    const bool isCode = neighbours_.rfModuleType() == 0;
-    fields_.freqAccuracy.setText(std::to_string(isCode ? NibbleToOffset(accuracy) : accuracy));
-    if (isKirk()) {
-        fields_.freqAccuracyRx.setText(std::to_string(readNumber("# 0139")));
-        fields_.freqAccuracyTx.setText(std::to_string(readNumber("# 013a")));  // lower case on the wire
+void BeltpackRead::readCalibration(Operation& operation) {
+    const CalibrationFields& fields = fields_.calibration;
+    fields.fmDeviation.setText(std::to_string(readNumber(operation, "# 013D")));
+    const int accuracy = readNumber(operation, "# 013C");
+    fields.freqAccuracy.setText(module_.frequencyText(accuracy));
+    if (module_.isKirk()) {
+        fields.freqAccuracyRx.setText(std::to_string(readNumber(operation, "# 0139")));
+        fields.freqAccuracyTx.setText(std::to_string(readNumber(operation, "# 013a")));  // sent in lower case
     }
 }
 
-void BeltpackRead::showIdentity() {
+std::string BeltpackRead::showIdentity() {
     fields_.beltpackId.setText(image_.psnText());
-    neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
+    std::string problem = neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
     fields_.rfCarriers.setText(image_[SettingsImage::kRfCarrierMask].value.str());
     fields_.pli.setText(image_[SettingsImage::kSystemIdLength].value.str());
+    return problem;
 }
 
-void BeltpackRead::readRssiThreshold() {
-    if (!isKirk())
+void BeltpackRead::readRssiThreshold(Operation& operation) {
+    if (!module_.isKirk())
         return;
-    const std::string reply = exchange("# 0138", kNumberReplyLength);
+    const std::string reply = operation.exchange("# 0138", kNumberReplyLength);
+    demandGoingOn(operation);
     if (reply != kError)  // the one read that may fail
-        fields_.rssiThreshold.setText(std::to_string(numberOf(reply)));
+        fields_.rssiThreshold.setText(std::to_string(dataByte(reply)));
 }
 
-void BeltpackRead::reportFailure() {
-    link_.console().hourglass(false);
-    link_.status("Error communicating with Beltpack.", kBlack);
-    link_.console().messageBox("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.",
-                               Icon::critical);
-}
-
-std::string BeltpackRead::exchange(const std::string& line, int replyLength) {
-    link_.serialSendString(line);
-    return link_.serialGetResponseChars(limit::kReply, replyLength);
-}
-
-int BeltpackRead::readNumber(const std::string& line) {
-    const std::string reply = exchange(line, kNumberReplyLength);
+int BeltpackRead::readNumber(Operation& operation, const char* line) {
+    const std::string reply = operation.exchange(line, kNumberReplyLength);
     if (reply == kError)
-        throw NoReply();
-    return numberOf(reply);
+        throw RuntimeFault::noReply();
+    return dataByte(reply);
 }
 
 }  // namespace quorvex

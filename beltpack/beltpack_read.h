@@ -4,8 +4,9 @@
 
 #include "beltpack/settings_editors.h"
 #include "beltpack/settings_image.h"
-#include "link/command_link.h"
-#include "link/controls.h"
+#include "link/calibration_fields.h"
+#include "link/operation.h"
+#include "link/radio_module.h"
 
 namespace quorvex {
 
@@ -13,13 +14,10 @@ namespace quorvex {
 class BeltpackReadNeighbours {
 public:
     virtual ~BeltpackReadNeighbours() = default;
-    /// 0: Plextek RM5, 1: Kirk KRM 1800.
-    virtual int rfModuleType() const = 0;
-    /// Holds and stores a detected type and lays the calibration controls out for it.
-    virtual void changeRfModuleType(int type) = 0;
-    /// Shows a PARK B of 10 characters in the System ID fields.
-    virtual void showSystemId(const std::string& parkB) = 0;
-    virtual void requestDectVersion() = 0;
+    /// Shows a PARK B of 10 characters in the System ID fields, or empties them. What the operator must know
+    /// of one that cannot be shown; empty for nothing.
+    virtual std::string showSystemId(const std::string& parkB) = 0;
+    virtual void requestDectVersion(Operation& read) = 0;
     /// Enables saving, the summary and writing.
     virtual void enableSettingsButtons() = 0;
 };
@@ -29,40 +27,32 @@ struct BeltpackFields {
     TextField& beltpackId;
     TextField& rfCarriers;
     TextField& pli;
-    TextField& fmDeviation;
-    TextField& freqAccuracy;
-    TextField& freqAccuracyRx;
-    TextField& freqAccuracyTx;
+    CalibrationFields calibration;
     TextField& rssiThreshold;
 };
 
 /// Reading a Beltpack's whole configuration into the image and the window.
 class BeltpackRead {
 public:
-    BeltpackRead(CommandLink& link, SettingsImage& image, SettingsEditors& editors, BeltpackFields fields,
-                 BeltpackReadNeighbours& neighbours);
+    BeltpackRead(CommandLink& link, SettingsImage& image, RadioModule& module, SettingsEditors& editors,
+                 BeltpackFields fields, BeltpackReadNeighbours& neighbours);
 
     void CommandRdSettingsBp_Click();
 
 private:
-    /// A unit that does not answer where it must; ends the read in its failure box.
-    struct NoReply {};
-
-    void detectRfModule();
-    void readParameters();
-    void readCalibration();
-    void showIdentity();
-    void readRssiThreshold();
-    void reportFailure();
-
-    /// The reply to `line`, kError after 2 s of silence.
-    std::string exchange(const std::string& line, int replyLength);
-    /// The number in the reply to `line`; throws NoReply.
-    int readNumber(const std::string& line);
-    bool isKirk() const { return neighbours_.rfModuleType() == 1; }
+    /// False when the unit did not answer where it must. `systemIdProblem` as showSystemId returns it.
+    bool readAll(std::string& systemIdProblem);
+    void detectRfModule(Operation& operation);
+    // Each of these throws "No reply".
+    void readParameters(Operation& operation);
+    void readCalibration(Operation& operation);
+    void readRssiThreshold(Operation& operation);
+    int readNumber(Operation& operation, const char* line);
+    std::string showIdentity();
 
     CommandLink& link_;
     SettingsImage& image_;
+    RadioModule& module_;
     SettingsEditors& editors_;
     BeltpackFields fields_;
     BeltpackReadNeighbours& neighbours_;

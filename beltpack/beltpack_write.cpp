@@ -1,6 +1,6 @@
 #include "beltpack/beltpack_write.h"
 
-#include "link/number_text.h"
+#include "link/reply.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -15,40 +15,39 @@ void BeltpackWrite::CommandWrite_Click() {
             Icon::critical);
         return;
     }
-    link_.console().hourglass(true);
-    link_.status("Writing settings to Beltpack...", kBlack);
-    bool answered = false;
-    try {
-        answered = writeAll();
-    } catch (const RuntimeFault&) {
-        answered = false;  // told as a unit that does not answer
-    }
-    link_.console().hourglass(false);
-    if (answered)
+    if (writeAll()) {
         link_.status("Settings written to Beltpack successfully!", kSuccessGreen);
-    else
-        reportFailure();
+        return;
+    }
+    link_.console().messageBox(
+        "Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.",
+        Icon::critical);
+    link_.status("Error communicating with Beltpack.", kBlack);
 }
 
 bool BeltpackWrite::writeAll() {
-    for (int i = 0; i < SettingsImage::kParameters; ++i) {
-        const Parameter& parameter = image_[i];
-        // Before the first read of a Beltpack the field holds no number: a fault, and nothing is sent.
-        if (strictNumber(parameter.available.str()) != 1)
-            continue;
-        if (!writeOne(parameter))
-            return false;
+    Operation operation(link_, image_.untilReplaced());
+    operation.hourglass();
+    link_.status("Writing settings to Beltpack...", kBlack);
+    if (image_.isBeingFilled())
+        return false;
+    try {
+        for (int i = 0; i < SettingsImage::kParameters; ++i) {
+            // Before the first read of a Beltpack this is a fault, and nothing is sent.
+            if (image_[i].isAvailable() && !writeOne(operation, image_[i]))
+                return false;
+        }
+        return true;
+    } catch (const RuntimeFault&) {
+        return false;  // told as a unit that does not answer
     }
-    return true;
 }
 
-bool BeltpackWrite::writeOne(const Parameter& parameter) {
+bool BeltpackWrite::writeOne(Operation& operation, const Parameter& parameter) {
     const std::string written = parameter.writeLine();
-    const int replyLength = parameter.replyLength();
-    const auto digits = static_cast<std::size_t>(parameter.dataDigits());
-    link_.serialSendString(written);
-    link_.serialSendString(parameter.readLine());
-    const std::string reply = link_.serialGetResponseChars(limit::kReply, replyLength);
+    const auto digits = static_cast<std::size_t>(parameter.digits());
+    operation.serialSendString(written);
+    const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
     if (reply == kError)
         return false;
     if (dataDigits(reply).substr(0, digits) != dataDigits(written).substr(0, digits))
@@ -59,13 +58,6 @@ bool BeltpackWrite::writeOne(const Parameter& parameter) {
 void BeltpackWrite::reportNotVerified() {
     link_.console().messageBox("Rd Error", Icon::none);
     link_.console().messageBox("Error occured while verifying settings written to Beltpack!", Icon::critical);
-}
-
-void BeltpackWrite::reportFailure() {
-    link_.console().messageBox(
-        "Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.",
-        Icon::critical);
-    link_.status("Error communicating with Beltpack.", kBlack);
 }
 
 }  // namespace quorvex

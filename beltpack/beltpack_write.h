@@ -3,7 +3,7 @@
 #include <string>
 
 #include "beltpack/settings_image.h"
-#include "link/command_link.h"
+#include "link/operation.h"
 
 namespace quorvex {
 
@@ -15,11 +15,10 @@ public:
     void CommandWrite_Click();
 
 private:
-    /// False when the unit did not answer the read-back.
+    /// False when the unit did not answer a read-back, or the image no longer holds what was to be written.
     bool writeAll();
-    bool writeOne(const Parameter& parameter);
+    bool writeOne(Operation& operation, const Parameter& parameter);
     void reportNotVerified();
-    void reportFailure();
 
     CommandLink& link_;
     SettingsImage& image_;

@@ -1,7 +1,5 @@
 #include "beltpack/file_number_one.h"
 
-#include <cerrno>
-
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -9,28 +7,6 @@ namespace quorvex {
 namespace {
 
 constexpr std::size_t kItemLimit = 256;  ///< far more than any item means; the rest is passed over
-
-RuntimeFault alreadyOpen() {
-    return {55, "File already open"};
-}
-
-RuntimeFault pastEnd() {
-    return {62, "Input past end of file"};
-}
-
-RuntimeFault accessFault() {
-    switch (errno) {
-        case ENOENT:
-            return {53, "File not found"};
-        case ENOSPC:
-            return {61, "Disk full"};
-        case EACCES:
-        case EROFS:
-            return {70, "Permission denied"};
-        default:
-            return {75, "Path/File access error"};
-    }
-}
 
 }  // namespace
 
@@ -40,35 +16,32 @@ FileNumberOne::~FileNumberOne() {
 }
 
 void FileNumberOne::open(const std::filesystem::path& path, const char* mode) {
-    errno = 0;
 #ifdef _WIN32
     file_ = _wfopen(path.c_str(), std::filesystem::path(mode).c_str());
 #else
     file_ = std::fopen(path.c_str(), mode);
 #endif
     if (!file_)
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
 }
 
 void FileNumberOne::openForInput(const std::filesystem::path& path) {
     if (file_)
-        throw alreadyOpen();
+        throw RuntimeFault::fileAccess();
     std::error_code ignored;
-    errno = 0;
     // A folder, a pipe or a device opens well enough and then never ends, or never answers.
     if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
     open(path, "rb");
     writing_ = false;
 }
 
 void FileNumberOne::openForOutput(const std::filesystem::path& path) {
     if (file_)
-        throw alreadyOpen();
+        throw RuntimeFault::fileAccess();
     std::error_code ignored;
-    errno = 0;
     if (std::filesystem::is_fifo(path, ignored))  // would wait for a reader without end
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
     open(path, "wb");
     writing_ = true;
 }
@@ -83,7 +56,7 @@ int FileNumberOne::peek() {
 int FileNumberOne::take() {
     const int c = std::getc(file_);
     if (c == EOF && std::ferror(file_))
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
     return c;
 }
 
@@ -111,7 +84,7 @@ std::string FileNumberOne::takeUntil(std::string_view ends) {
 std::string FileNumberOne::readItem() {
     static constexpr std::string_view kItemEnds{",\r\n"};
     if (atEnd())
-        throw pastEnd();
+        throw RuntimeFault::fileAccess();
     while (peek() == ' ')
         take();
     std::string item;
@@ -130,21 +103,19 @@ std::string FileNumberOne::readItem() {
 }
 
 void FileNumberOne::writeLine(std::string_view text) {
-    errno = 0;
     const bool written = std::fwrite(text.data(), 1, text.size(), file_) == text.size() &&
                          std::fputs("\r\n", file_) >= 0 && std::fflush(file_) == 0;
     if (!written)
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
 }
 
 void FileNumberOne::close() {
-    errno = 0;
     if (writing_ && std::fflush(file_) != 0)
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
     const int closed = std::fclose(file_);
     file_ = nullptr;
     if (closed != 0)
-        throw accessFault();
+        throw RuntimeFault::fileAccess();
 }
 
 }  // namespace quorvex

@@ -25,8 +25,8 @@ public:
     bool atEnd();
     /// The next item: leading blanks are skipped; it ends at a comma or at the end of the line (carriage
     /// return, line feed or both); a double-quoted one is taken without its quotes. Of an item that goes on
-    /// for longer than any setting, only the beginning is returned. Throws "Input past end of file" when
-    /// nothing is left, and a fault when the file cannot be read.
+    /// for longer than any setting, only the beginning is returned. Throws RuntimeFault when nothing is
+    /// left or the file cannot be read.
     std::string readItem();
     /// Writes `text` and carriage return, line feed.
     void writeLine(std::string_view text);

@@ -31,12 +31,13 @@ ProductionValues::ProductionValues(CommandLink& link, SettingsImage& image, Belt
     : link_(link), image_(image), write_(write) {}
 
 void ProductionValues::buttonSetProdSettiings_Click() {
+    Operation operation(link_);
     const Parameter& featureMap = image_[Image::kFeatureMap];
-    if (strictNumber(featureMap.available.str()) == 1)
+    if (featureMap.isAvailable())
         fill(std::nearbyint(decimalValue(featureMap.value.str())));
     write_.CommandWrite_Click();
     // Sent whatever became of the write, as intended.
-    link_.serialSendString("# 027E" + HexPad(1, 2));
+    operation.serialSendString("# 027E" + HexPad(1, 2));
 }
 
 void ProductionValues::fill(double revision) {

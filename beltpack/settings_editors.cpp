@@ -8,10 +8,6 @@ namespace {
 
 constexpr int kHighestItem = 2;
 
-bool isAvailable(const Parameter& parameter) {
-    return decimalValue(parameter.available.str()) == 1;
-}
-
 }  // namespace
 
 SettingsEditors::SettingsEditors(SettingsImage& image, OptionGroup& mic, CheckField& batteryAlarm,
@@ -70,7 +66,7 @@ int SettingsEditors::decimal(int record) const {
 
 void SettingsEditors::showImage() {
     Parameter& fcc = image_[SettingsImage::kFccEnabled];
-    if (isAvailable(fcc)) {
+    if (fcc.isAvailable()) {
         int regulation = decimal(SettingsImage::kFccEnabled);
         if (regulation > kHighestItem) {
             regulation = 0;
@@ -96,7 +92,7 @@ void SettingsEditors::showImage() {
     }
 
     const int revision = decimal(SettingsImage::kFeatureMap);
-    if (isAvailable(image_[SettingsImage::kFeatureMap]) && revision >= 0 && revision <= kHighestItem)
+    if (image_[SettingsImage::kFeatureMap].isAvailable() && revision >= 0 && revision <= kHighestItem)
         hwRevision_.setTopIndex(revision);
 
     batteryAlarm_.setValue(decimal(SettingsImage::kLowBatteryAlarm));

@@ -24,7 +24,8 @@ public:
     /// Fills both lists with their three items.
     void refillLists();
     /// Positions the controls from the image. Values count as decimal text here: "0A" is 0 and "1F" is 1.
-    /// Throws "Invalid property value" for a battery alarm that the check box cannot show.
+    /// Throws "Invalid property value" for a battery alarm that the check box cannot show, and "Type
+    /// mismatch" before the first read of a Beltpack.
     void showImage();
 
 private:

@@ -20,7 +20,7 @@ SettingsFile::SettingsFile(CommandLink& link, SettingsImage& image, FileDialog& 
                            SettingsFileFields fields, SettingsFileNeighbours& neighbours)
     : link_(link), image_(image), dialog_(dialog), fields_(fields), neighbours_(neighbours) {}
 
-bool SettingsFile::isChosen(const FileDialog::Choice& choice) {
+bool SettingsFile::goesOn(const FileDialog::Choice& choice) {
     if (choice.error != 0 && choice.error != FileDialog::kCancelled)
         link_.console().messageBox(
             "Error " + std::to_string(choice.error) + " selecting file.\r\n" + choice.description,
@@ -30,7 +30,7 @@ bool SettingsFile::isChosen(const FileDialog::Choice& choice) {
 
 void SettingsFile::CommandSave_Click() {
     const auto choice = dialog_.chooseForSaving({kFilter, "Save settings...", fields_.beltpackId.text()});
-    if (!isChosen(choice))
+    if (!goesOn(choice))
         return;
     try {
         save(choice.path);
@@ -42,6 +42,8 @@ void SettingsFile::CommandSave_Click() {
 }
 
 void SettingsFile::save(const std::string& path) {
+    if (image_.isBeingFilled())
+        throw RuntimeFault::fileAccess();  // half of it would be blank
     file_.openForOutput(pathOf(path));
     file_.writeLine(kSignature);
     for (int i = 0; i < SettingsImage::kParameters; ++i)
@@ -52,7 +54,7 @@ void SettingsFile::save(const std::string& path) {
 
 void SettingsFile::CommandRead_Click() {
     const auto choice = dialog_.chooseForLoading({kFilter, "Open File", ""});
-    if (!isChosen(choice))
+    if (!goesOn(choice))
         return;
     try {
         load(choice.path);
@@ -63,10 +65,11 @@ void SettingsFile::CommandRead_Click() {
 }
 
 void SettingsFile::load(const std::string& path) {
+    std::string systemIdProblem;
     file_.openForInput(pathOf(path));
     if (file_.readItem() == kSignature) {
         readValues();
-        refreshWindow();
+        systemIdProblem = refreshWindow();
     } else {
         link_.console().messageBox(path + "\r\n is not a valid QuorvexCfg file.", Icon::critical);
         link_.status("Invalid file specified.", kBlack);
@@ -74,21 +77,26 @@ void SettingsFile::load(const std::string& path) {
     file_.close();
     // Shown after a rejected file too, as intended: the box has told of the rejection.
     link_.status("Beltpack settings read from file successfully.", kBlack);
+    if (!systemIdProblem.empty())
+        link_.console().messageBox(systemIdProblem, Icon::critical);
 }
 
 void SettingsFile::readValues() {
+    image_.beginFile();
     for (int i = 0; i < SettingsImage::kParameters; ++i)
         image_[i].value = file_.atEnd() ? "0" : file_.readItem();
 }
 
-void SettingsFile::refreshWindow() {
+std::string SettingsFile::refreshWindow() {
+    const CalibrationFields& shown = fields_.calibration;
     for (TextField* field :
-         {&fields_.fmDeviation, &fields_.freqAccuracy, &fields_.freqAccuracyTx, &fields_.freqAccuracyRx})
+         {&shown.fmDeviation, &shown.freqAccuracy, &shown.freqAccuracyTx, &shown.freqAccuracyRx})
         field->setText("");
     fields_.beltpackId.setText(image_.psnText());
-    neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
+    std::string problem = neighbours_.showSystemId(image_[SettingsImage::kSystemId].value.str());
     fields_.rfCarriers.setText(image_[SettingsImage::kRfCarrierMask].value.str());
     neighbours_.enableSettingsButtons();
+    return problem;
 }
 
 }  // namespace quorvex

@@ -4,8 +4,8 @@
 
 #include "beltpack/file_number_one.h"
 #include "beltpack/settings_image.h"
+#include "link/calibration_fields.h"
 #include "link/command_link.h"
-#include "link/controls.h"
 
 namespace quorvex {
 
@@ -36,8 +36,8 @@ public:
 class SettingsFileNeighbours {
 public:
     virtual ~SettingsFileNeighbours() = default;
-    /// Shows a PARK B of 10 characters in the System ID fields.
-    virtual void showSystemId(const std::string& parkB) = 0;
+    /// As a read asks for it: what the operator must know, empty for nothing.
+    virtual std::string showSystemId(const std::string& parkB) = 0;
     /// Enables saving, the summary and writing.
     virtual void enableSettingsButtons() = 0;
 };
@@ -46,10 +46,7 @@ public:
 struct SettingsFileFields {
     TextField& beltpackId;
     TextField& rfCarriers;
-    TextField& fmDeviation;
-    TextField& freqAccuracy;
-    TextField& freqAccuracyRx;
-    TextField& freqAccuracyTx;
+    CalibrationFields calibration;
 };
 
 /// Beltpack settings files: the signature and the value fields of the image, a line each.
@@ -62,12 +59,13 @@ public:
     void CommandRead_Click();
 
 private:
-    /// False when there is no file to go on with; the operator knows why.
-    bool isChosen(const FileDialog::Choice& choice);
+    /// Tells of a dialog that failed. False when there is no file to go on with.
+    bool goesOn(const FileDialog::Choice& choice);
     void save(const std::string& path);
     void load(const std::string& path);
     void readValues();
-    void refreshWindow();
+    /// What the operator must know of the file's System ID, empty for nothing.
+    std::string refreshWindow();
 
     CommandLink& link_;
     SettingsImage& image_;

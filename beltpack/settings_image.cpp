@@ -1,6 +1,7 @@
 #include "beltpack/settings_image.h"
 
 #include "link/number_text.h"
+#include "link/reply.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -38,25 +39,29 @@ constexpr std::array<TableRow, SettingsImage::kParameters> kTable{{
 }};
 
 constexpr int kWriteBit = 0x40;
-constexpr std::size_t kReplyHead = 6;
+
+std::size_t checked(int index) {
+    if (index < 0 || index >= SettingsImage::kRecords)
+        throw RuntimeFault::subscriptOutOfRange();
+    return static_cast<std::size_t>(index);
+}
 
 }  // namespace
-
-std::string dataDigits(const std::string& reply) {
-    return reply.size() > kReplyHead ? reply.substr(kReplyHead) : std::string();
-}
 
 std::string Parameter::readLine() const {
     return "# 01" + HexPad(number, 2);
 }
 
-std::string Parameter::writeLine() const {
-    // The whole value field goes out, its trailing blanks too.
-    return "# " + HexPad(length, 2) + HexPad(number | kWriteBit, 2) + value.str();
+std::string Parameter::writeLine(std::string_view data) const {
+    return "# " + HexPad(length, 2) + HexPad(number | kWriteBit, 2) + std::string(data);
 }
 
-void Parameter::storeReply(const std::string& reply) {
-    value = quorvex::dataDigits(reply);
+bool Parameter::isAvailable() const {
+    return strictNumber(available.str()) == 1;
+}
+
+void Parameter::storeReply(std::string_view reply) {
+    value = dataDigits(reply);
 }
 
 SettingsImage::SettingsImage() {
@@ -68,22 +73,40 @@ SettingsImage::SettingsImage() {
 }
 
 Parameter& SettingsImage::operator[](int index) {
-    if (index < 0 || index >= kRecords)
-        throw RuntimeFault::subscriptOutOfRange();
-    return records_[static_cast<std::size_t>(index)];
+    return records_[checked(index)];
 }
 
 const Parameter& SettingsImage::operator[](int index) const {
-    return const_cast<SettingsImage&>(*this)[index];
+    return records_[checked(index)];
 }
 
 std::string SettingsImage::psnText() const {
     return std::to_string(hexValue(middle((*this)[kPsn].value.str(), 6)));
 }
 
-void SettingsImage::clearValues() {
+SettingsImage::Filling::Filling(SettingsImage& image) : image_(image), file_(image.files_) {
+    ++image_.reads_;
+    ++image_.fillings_;
     for (int i = 0; i < kParameters; ++i)
-        (*this)[i].value = "";
+        image_[i].value = "";
+}
+
+SettingsImage::Filling::~Filling() {
+    if (file_ == image_.files_)
+        --image_.fillings_;
+}
+
+void SettingsImage::beginFile() {
+    ++files_;
+    fillings_ = 0;
+}
+
+std::function<bool()> SettingsImage::untilFile() const {
+    return [this, files = files_] { return files == files_; };
+}
+
+std::function<bool()> SettingsImage::untilReplaced() const {
+    return [this, files = files_, reads = reads_] { return files == files_ && reads == reads_; };
 }
 
 }  // namespace quorvex

@@ -2,7 +2,9 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
+#include <string_view>
 
 #include "beltpack/fixed_text.h"
 
@@ -19,15 +21,18 @@ struct Parameter {
     std::string readLine() const;
     /// Characters of the reply to `readLine` and of the read-back of a write.
     int replyLength() const { return 2 * length + 4; }
-    std::string writeLine() const;
-    int dataDigits() const { return 2 * (length - 1); }
+    /// Number of data digits.
+    int digits() const { return 2 * (length - 1); }
+    /// Writes the whole value field, its trailing blanks too, or other data.
+    std::string writeLine() const { return writeLine(value.str()); }
+    std::string writeLine(std::string_view data) const;
 
-    /// Stores what a unit answered to `readLine`: the reply's characters from the 7th on.
-    void storeReply(const std::string& reply);
+    /// Whether the last read found it. Throws "Type mismatch" before the first read: the field holds no
+    /// number.
+    bool isAvailable() const;
+    /// Stores the data digits of what a unit answered to `readLine`.
+    void storeReply(std::string_view reply);
 };
-
-/// The data digits of a reply: its characters from the 7th on.
-std::string dataDigits(const std::string& reply);
 
 /// The configurable parameters of one Beltpack, in memory. Records 0 to 20 are in use; record 21 stays empty.
 class SettingsImage {
@@ -60,8 +65,28 @@ public:
     Parameter& operator[](int index);
     const Parameter& operator[](int index) const;
 
-    /// Blanks the values of records 0 to 20.
-    void clearValues();
+    /// A read that fills the image, for as long as it lasts. Blanks the values of records 0 to 20 at its
+    /// start.
+    class Filling {
+    public:
+        explicit Filling(SettingsImage& image);
+        ~Filling();
+        Filling(const Filling&) = delete;
+        Filling& operator=(const Filling&) = delete;
+
+    private:
+        SettingsImage& image_;
+        std::uint32_t file_;  ///< number of files before it
+    };
+    /// Whether a read is under way: some values may be blank, or another unit's.
+    bool isBeingFilled() const { return fillings_ > 0; }
+    /// A file's values take the place of all that was there; reads under way fill it no more.
+    void beginFile();
+
+    // For operations that belong to what the image holds as they begin: true until ...
+    std::function<bool()> untilFile() const;      ///< ... a file was loaded
+    std::function<bool()> untilReplaced() const;  ///< ... a file was loaded or a read begun
+
     /// The serial number in decimal: the last five digits of record 0.
     std::string psnText() const;
     /// Whether a read or a file has filled the image, so that it may be written to a unit.
@@ -69,6 +94,9 @@ public:
 
 private:
     std::array<Parameter, kRecords> records_;
+    std::uint32_t files_ = 0;  ///< loaded so far
+    std::uint32_t reads_ = 0;  ///< begun so far
+    int fillings_ = 0;         ///< reads under way, inside each other's waits
 };
 
 }  // namespace quorvex

@@ -28,7 +28,6 @@ public:
     const std::vector<CountedExchange>& exchanges() const { return exchanges_; }
     void forget() { exchanges_.clear(); }
 
-    void open(int number) override { port_.open(number); }
     void close() override { port_.close(); }
     bool isOpen() const override { return port_.isOpen(); }
     std::size_t waiting() override { return port_.waiting(); }
@@ -38,6 +37,8 @@ public:
     void flush() override { port_.flush(); }
 
 private:
+    void openDevice(int number) override { port_.open(number); }
+
     SerialPort& port_;
     std::vector<CountedExchange> exchanges_;
 };

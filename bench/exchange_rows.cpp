@@ -31,10 +31,9 @@ void demandReply(const std::string& reply) {
 
 double linkSeconds(CommandLink& link) {
     const double begun = nowSeconds();
-    for (int i = 0; i < kExchanges; ++i) {
-        link.serialSendString(kCommand);
-        demandReply(link.serialGetResponseChars(limit::kReply, static_cast<int>(kReply.size())));
-    }
+    Operation operation(link);
+    for (int i = 0; i < kExchanges; ++i)
+        demandReply(operation.exchange(kCommand, static_cast<int>(kReply.size())));
     return nowSeconds() - begun;
 }
 

@@ -7,7 +7,7 @@
 #include "bench/rows.h"
 #include "bench/silent_console.h"
 #include "bench/window_at_work.h"
-#include "link/command_link.h"
+#include "link/operation.h"
 
 namespace quorvex::bench {
 
@@ -29,7 +29,7 @@ double shareWhile(WindowAtWork& window, void (*wait)(WindowAtWork&)) {
 void waitInLink(WindowAtWork& window) {
     SilentConsole console;
     CommandLink link(window.port(), window.loop(), console);
-    if (link.serialGetResponseChars(limit::kReply, kReplyLength) != kError)
+    if (Operation(link).serialGetResponseChars(limit::kReply, kReplyLength) != kError)
         throw std::runtime_error("Something came from a device on which nobody answers.");
 }
 

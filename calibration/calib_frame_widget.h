@@ -35,13 +35,14 @@ public:
 
     void apply(const CalibLayout& layout) override;
 
-    TextField& fmDeviation() { return fmDeviation_; }
-    TextField& freqAccuracy() { return freqAccuracy_; }
-    TextField& freqAccuracyRx() { return freqAccuracyRx_; }
-    TextField& freqAccuracyTx() { return freqAccuracyTx_; }
     /// Only where the frame has one.
     TextField& rssiThreshold() { return rssiThreshold_; }
-    CalibFields fields() { return {fmDeviation_, freqAccuracy_, freqAccuracyTx_, freqAccuracyRx_}; }
+    CalibrationFields fields() {
+        return {.fmDeviation = fmDeviation_,
+                .freqAccuracy = freqAccuracy_,
+                .freqAccuracyRx = freqAccuracyRx_,
+                .freqAccuracyTx = freqAccuracyTx_};
+    }
     /// Runs `handler`, guarded, for each click on the frame's button.
     void onCalibrate(std::function<void()> handler);
 

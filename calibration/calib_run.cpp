@@ -2,7 +2,8 @@
 
 #include <utility>
 
-#include "link/number_text.h"
+#include "link/held.h"
+#include "link/reply.h"
 
 namespace quorvex {
 
@@ -14,57 +15,129 @@ std::int16_t valueOf(const TextField& field) {
     return toInt16(decimalValue(field.text()));
 }
 
-int valueOf(const std::string& reply) {
-    return static_cast<int>(hexValue(middle(reply, 7, 2)));
+/// Shows the value of `reply` unless it is kError.
+void showNumber(const std::string& reply, TextField& field) {
+    if (reply != kError)
+        field.setText(std::to_string(dataByte(reply)));
+}
+
+/// The same for a frequency accuracy.
+void showFrequency(const std::string& reply, const RadioModule& module, TextField& field) {
+    if (reply != kError)
+        field.setText(module.frequencyText(dataByte(reply)));
+}
+
+std::string readRegister(Operation& operation, const AntennaRegister& from) {
+    operation.serialSendString(from.readLine);
+    return operation.GetActiveAntennaResponse(from.reply);
 }
 
 }  // namespace
 
 struct CalibRun::Texts {
-    const char *enterMode, *leaveMode;
+    const char* caption;
+    const char *enterMode, *leaveMode;  ///< calibration mode, which only a Kirk has
     const char *cancelled, *confirmed, *failed;
 };
 
-struct CalibRun::Module {
-    const char* caption;
-    Texts texts;
-    const char *readFm, *fmReply;
-    const char *readFreq, *freqReply;
-    const char *readRx, *readTx;
-};
+CalibRun::CalibRun(CommandLink& link, RadioModule& module, CalibNeighbours& neighbours)
+    : link_(link), module_(module), neighbours_(neighbours) {}
 
-/// Calibration mode of the unit, which only a Kirk module has. Left in any case once it was entered, also
-/// when a fault ends the run: the program may end with it, the unit must not go on streaming.
-class CalibRun::Mode {
-public:
-    Mode(CalibRun& run, const Texts& texts) : run_(run), texts_(texts) {}
-    ~Mode() { leave(); }
-    Mode(const Mode&) = delete;
-    Mode& operator=(const Mode&) = delete;
-
-    void enter() {
-        run_.link_.serialSendString(texts_.enterMode);
-        run_.modes_.push_back(this);
-    }
-    void leave() {
-        if (std::erase(run_.modes_, this) > 0)
-            run_.link_.serialSendString(texts_.leaveMode);
-    }
-
-private:
-    CalibRun& run_;
-    const Texts& texts_;
-};
-
-CalibRun::CalibRun(CommandLink& link, CalibNeighbours& neighbours) : link_(link), neighbours_(neighbours) {}
-
-void CalibRun::leaveCalibrationMode() {
-    while (!modes_.empty())
-        modes_.back()->leave();
+void CalibRun::CommandCalibBp_Click(const CalibrationFields& fields, TextField& rssiThreshold) {
+    begin([this, fields, &rssiThreshold] { calibrateBeltpack(fields, rssiThreshold); });
 }
 
-std::unique_ptr<CalibDialog> CalibRun::openDialog(const CalibFields& fields, std::int16_t otherFm,
-                                                  const char* caption, CalResult& result) {
+void CalibRun::CommandCalibAAA_Click(const CalibrationFields& fieldsA, const CalibrationFields& fieldsB) {
+    static constexpr Texts kTexts{kCalibrateModuleA,
+                                  "! 0308E803",
+                                  "! 03080000",
+                                  "Active Antenna calibration cancelled.",
+                                  "Active Antenna calibrated successfully.",
+                                  "Error occured during Active Antenna calibration."};
+    begin(
+        [this, fieldsA, fieldsB] { calibrateModule(kTexts, kAntennaModuleA, fieldsA, fieldsB.fmDeviation); });
+}
+
+void CalibRun::CommandCalibAAB_Click(const CalibrationFields& fieldsA, const CalibrationFields& fieldsB) {
+    // These texts speak of the FM deviation although all values are calibrated, as intended.
+    static constexpr Texts kTexts{kCalibrateModuleB,
+                                  "! 0308E803",
+                                  "! 03080000",
+                                  "Active Antenna FM Deviation calibration Cancelled.",
+                                  "Active Antenna FM Deviation calibrated successfully.",
+                                  "Error occured during Active Antenna FM Deviation calibration."};
+    begin(
+        [this, fieldsA, fieldsB] { calibrateModule(kTexts, kAntennaModuleB, fieldsB, fieldsA.fmDeviation); });
+}
+
+void CalibRun::begin(std::function<void()> run) {
+    next_ = std::move(run);
+    if (isWindingUp_)
+        return;
+    while (next_)
+        std::exchange(next_, {})();
+}
+
+void CalibRun::calibrateBeltpack(const CalibrationFields& fields, TextField& rssiThreshold) {
+    static constexpr Texts kTexts{kCalibrateBeltpack,
+                                  "! 0309E803",
+                                  "! 03090000",
+                                  "Beltpack Calibration Cancelled.",
+                                  "Beltpack Calibrated successfully.",
+                                  "Error occured during Beltpack Calibration."};
+    Operation operation(link_);
+    CalResult result = CalResult::none;
+    auto dialog = filledDialog(fields, 0, kTexts.caption, result);
+    if (module_.isKirk())
+        showThreshold(operation.exchange("# 0138", kReplyLength), *dialog);
+    if (module_.isKirk())  // asked anew: the type may have been changed in the wait above
+        operation.enterMode(kTexts.enterMode, kTexts.leaveMode);
+    if (!tune(operation, std::move(dialog), result, kTexts))
+        return;
+    const Held windingUp(isWindingUp_, true);
+    if (module_.isKirk())
+        drain();
+    readBeltpack(operation, fields, rssiThreshold);
+}
+
+void CalibRun::readBeltpack(Operation& operation, const CalibrationFields& fields, TextField& rssiThreshold) {
+    showNumber(operation.exchange("# 013D", kReplyLength), fields.fmDeviation);
+    showFrequency(operation.exchange("# 013c", kReplyLength), module_, fields.freqAccuracy);
+    if (module_.isKirk()) {
+        showNumber(operation.exchange("# 0139", kReplyLength), fields.freqAccuracyRx);
+        showNumber(operation.exchange("# 013a", kReplyLength), fields.freqAccuracyTx);
+        showNumber(operation.exchange("# 0138", kReplyLength), rssiThreshold);
+    }
+}
+
+void CalibRun::calibrateModule(const Texts& texts, const AntennaModule& module,
+                               const CalibrationFields& fields, const TextField& otherFmDeviation) {
+    Operation operation(link_);
+    CalResult result = CalResult::none;
+    auto dialog = filledDialog(fields, valueOf(otherFmDeviation), texts.caption, result);
+    if (module_.isKirk()) {
+        operation.enterMode(texts.enterMode, texts.leaveMode);
+        operation.serialSendString("# 010B");
+        showThreshold(operation.GetActiveAntennaResponse("# 028B"), *dialog);
+    }
+    if (!tune(operation, std::move(dialog), result, texts))
+        return;
+    const Held windingUp(isWindingUp_, true);
+    readModule(operation, module, fields);
+}
+
+void CalibRun::readModule(Operation& operation, const AntennaModule& module,
+                          const CalibrationFields& fields) {
+    showNumber(readRegister(operation, module.fmDeviation), fields.fmDeviation);
+    showFrequency(readRegister(operation, module.freqAccuracy), module_, fields.freqAccuracy);
+    if (module_.isKirk()) {
+        showNumber(operation.exchange(module.freqAdjustRx.readLine, kReplyLength), fields.freqAccuracyRx);
+        showNumber(operation.exchange(module.freqAdjustTx.readLine, kReplyLength), fields.freqAccuracyTx);
+    }
+}
+
+std::unique_ptr<CalibDialog> CalibRun::filledDialog(const CalibrationFields& fields, std::int16_t otherFm,
+                                                    const char* caption, CalResult& result) {
     const std::int16_t fm = valueOf(fields.fmDeviation);
     const std::int16_t frequency = valueOf(fields.freqAccuracy);
     const std::int16_t transmit = valueOf(fields.freqAccuracyTx);
@@ -74,96 +147,18 @@ std::unique_ptr<CalibDialog> CalibRun::openDialog(const CalibFields& fields, std
     return dialog;
 }
 
-void CalibRun::CommandCalibBp_Click(const CalibFields& fields, TextField& rssiThreshold) {
-    static constexpr Texts kTexts{"! 0309E803", "! 03090000", "Beltpack Calibration Cancelled.",
-                                  "Beltpack Calibrated successfully.",
-                                  "Error occured during Beltpack Calibration."};
-    CalResult result = CalResult::none;
-    auto dialog = openDialog(fields, 0, kCalibrateBeltpack, result);
-    Mode mode(*this, kTexts);
-    if (isKirk()) {
-        const std::string threshold = exchange("# 0138");
-        if (threshold != kError) {
-            dialog->ShowRssiThreshold();
-            showNumber(threshold, dialog->rssiThreshold());
-        }
-    }
-    if (isKirk())  // asked anew: the type may have been changed in the wait above
-        mode.enter();
-    if (!tune(std::move(dialog), result, mode, kTexts))
-        return;
-    if (isKirk())
-        drain();
-    showNumber(exchange("# 013D"), fields.fmDeviation);
-    showFrequency(exchange("# 013c"), fields.freqAccuracy);
-    if (isKirk()) {
-        showNumber(exchange("# 0139"), fields.freqAccuracyRx);
-        showNumber(exchange("# 013a"), fields.freqAccuracyTx);
-        showNumber(exchange("# 0138"), rssiThreshold);
-    }
+void CalibRun::showThreshold(const std::string& reply, CalibDialog& dialog) {
+    if (reply != kError)
+        dialog.ShowRssiThreshold();
+    showNumber(reply, dialog.rssiThreshold());
 }
 
-void CalibRun::CommandCalibAAA_Click(const CalibFields& moduleA, const CalibFields& moduleB) {
-    static constexpr Module kModule{
-        kCalibrateModuleA,
-        {"! 0308E803", "! 03080000", "Active Antenna calibration cancelled.",
-         "Active Antenna calibrated successfully.", "Error occured during Active Antenna calibration."},
-        "# 0101",
-        "# 0281",
-        "# 0105",
-        "# 0285",
-        "# 0107",
-        "# 0109"};
-    calibrateModule(kModule, moduleA, moduleB.fmDeviation);
-}
-
-void CalibRun::CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFields& moduleB) {
-    // These texts speak of the FM deviation although all values are calibrated, as intended.
-    static constexpr Module kModule{
-        kCalibrateModuleB,
-        {"! 0308E803", "! 03080000", "Active Antenna FM Deviation calibration Cancelled.",
-         "Active Antenna FM Deviation calibrated successfully.",
-         "Error occured during Active Antenna FM Deviation calibration."},
-        "# 0102",
-        "# 0282",
-        "# 0106",
-        "# 0286",
-        "# 0108",
-        "# 010a"};
-    calibrateModule(kModule, moduleB, moduleA.fmDeviation);
-}
-
-void CalibRun::calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation) {
-    CalResult result = CalResult::none;
-    auto dialog = openDialog(fields, valueOf(otherFmDeviation), module.caption, result);
-    Mode mode(*this, module.texts);
-    if (isKirk()) {
-        mode.enter();
-        link_.serialSendString("# 010B");
-        const std::string threshold = link_.GetActiveAntennaResponse("# 028B");
-        if (threshold != kError) {
-            dialog->ShowRssiThreshold();
-            showNumber(threshold, dialog->rssiThreshold());
-        }
-    }
-    if (!tune(std::move(dialog), result, mode, module.texts))
-        return;
-    link_.serialSendString(module.readFm);
-    showNumber(link_.GetActiveAntennaResponse(module.fmReply), fields.fmDeviation);
-    link_.serialSendString(module.readFreq);
-    showFrequency(link_.GetActiveAntennaResponse(module.freqReply), fields.freqAccuracy);
-    if (isKirk()) {
-        showNumber(exchange(module.readRx), fields.freqAccuracyRx);
-        showNumber(exchange(module.readTx), fields.freqAccuracyTx);
-    }
-}
-
-bool CalibRun::tune(std::unique_ptr<CalibDialog> dialog, const CalResult& result, Mode& mode,
+bool CalibRun::tune(Operation& operation, std::unique_ptr<CalibDialog> dialog, const CalResult& result,
                     const Texts& texts) {
     dialog->StartCalTimer();
     dialog->showModally();
     dialog.reset();
-    mode.leave();
+    operation.leaveMode();
     return tellOutcome(result, texts);
 }
 
@@ -183,26 +178,10 @@ bool CalibRun::tellOutcome(CalResult result, const Texts& texts) {
 }
 
 void CalibRun::drain() {
-    // What the Kirk streamed last, until the line is silent for a second.
-    while (link_.serialGetResponseChars(limit::kDrain, kReplyLength) != kError) {
+    Operation operation(link_, [this, &operation] { return !next_ && operation.isLatest(); });
+    operation.hourglass();
+    while (operation.serialGetResponseChars(limit::kDrain, kReplyLength) != kError) {
     }
-}
-
-std::string CalibRun::exchange(const char* line) {
-    link_.serialSendString(line);
-    return link_.serialGetResponseChars(limit::kReply, kReplyLength);
-}
-
-void CalibRun::showNumber(const std::string& reply, TextField& field) {
-    if (reply != kError)
-        field.setText(std::to_string(valueOf(reply)));
-}
-
-void CalibRun::showFrequency(const std::string& reply, TextField& field) {
-    if (reply == kError)
-        return;
-    const int value = valueOf(reply);
-    field.setText(std::to_string(neighbours_.rfModuleType() == 0 ? NibbleToOffset(value) : value));
 }
 
 }  // namespace quorvex

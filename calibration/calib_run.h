@@ -1,13 +1,15 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
-#include <vector>
 
 #include "calibration/cal_result.h"
-#include "link/command_link.h"
-#include "link/controls.h"
+#include "link/antenna_module.h"
+#include "link/calibration_fields.h"
+#include "link/operation.h"
+#include "link/radio_module.h"
 
 namespace quorvex {
 
@@ -28,55 +30,50 @@ public:
 class CalibNeighbours {
 public:
     virtual ~CalibNeighbours() = default;
-    /// 0: Plextek RM5, 1: Kirk KRM 1800.
-    virtual int rfModuleType() const = 0;
     /// A fresh dialog; writes `result`.
     virtual std::unique_ptr<CalibDialog> createDialog(CalResult& result) = 0;
 };
 
-/// The fields of one frame with calibration values.
-struct CalibFields {
-    TextField &fmDeviation, &freqAccuracy, &freqAccuracyTx, &freqAccuracyRx;
-};
-
 /// The calibration runs of a Beltpack and of the two modules of an Active Antenna. Each throws "Overflow",
-/// before anything is sent, when one of its fields holds a number outside 16 bits.
+/// before anything is sent, when one of its fields holds a number outside 16 bits. A run that is asked for
+/// while another one winds up (drains the line, reads its values back) begins as soon as that one has ended:
+/// runs one after the other never pile up, and each starts from what the unit really holds.
 class CalibRun {
 public:
-    CalibRun(CommandLink& link, CalibNeighbours& neighbours);
+    CalibRun(CommandLink& link, RadioModule& module, CalibNeighbours& neighbours);
 
-    void CommandCalibBp_Click(const CalibFields& fields, TextField& rssiThreshold);
-    void CommandCalibAAA_Click(const CalibFields& moduleA, const CalibFields& moduleB);
-    void CommandCalibAAB_Click(const CalibFields& moduleA, const CalibFields& moduleB);
-
-    /// Tells the unit to leave calibration mode if a run has it there: for the program's end, which may come
-    /// in the middle of a run.
-    void leaveCalibrationMode();
+    void CommandCalibBp_Click(const CalibrationFields& fields, TextField& rssiThreshold);
+    void CommandCalibAAA_Click(const CalibrationFields& fieldsA, const CalibrationFields& fieldsB);
+    void CommandCalibAAB_Click(const CalibrationFields& fieldsA, const CalibrationFields& fieldsB);
 
 private:
-    class Mode;
     struct Texts;
-    struct Module;
 
-    bool isKirk() const { return neighbours_.rfModuleType() == 1; }
-    std::unique_ptr<CalibDialog> openDialog(const CalibFields& fields, std::int16_t otherFm,
-                                            const char* caption, CalResult& result);
-    void calibrateModule(const Module& module, const CalibFields& fields, TextField& otherFmDeviation);
+    void begin(std::function<void()> run);
+    void calibrateBeltpack(const CalibrationFields& fields, TextField& rssiThreshold);
+    void readBeltpack(Operation& operation, const CalibrationFields& fields, TextField& rssiThreshold);
+    void calibrateModule(const Texts& texts, const AntennaModule& module, const CalibrationFields& fields,
+                         const TextField& otherFmDeviation);
+    void readModule(Operation& operation, const AntennaModule& module, const CalibrationFields& fields);
+
+    /// A dialog filled with what the fields show; it writes `result`.
+    std::unique_ptr<CalibDialog> filledDialog(const CalibrationFields& fields, std::int16_t otherFm,
+                                              const char* caption, CalResult& result);
+    /// Shows the threshold in `reply`, unless it is kError.
+    static void showThreshold(const std::string& reply, CalibDialog& dialog);
     /// Shows the dialog until it has closed with its `result` and is gone, leaves calibration mode and tells
     /// the outcome. False: nothing is read back.
-    bool tune(std::unique_ptr<CalibDialog> dialog, const CalResult& result, Mode& mode, const Texts& texts);
+    bool tune(Operation& operation, std::unique_ptr<CalibDialog> dialog, const CalResult& result,
+              const Texts& texts);
     bool tellOutcome(CalResult result, const Texts& texts);
+    /// Takes in what a Kirk streamed last, until the line is silent for a second or another operation begins.
     void drain();
 
-    std::string exchange(const char* line);
-    /// Shows the value of `reply` unless it is kError.
-    void showNumber(const std::string& reply, TextField& field);
-    /// The same for a frequency accuracy, which an RM5 holds as a code.
-    void showFrequency(const std::string& reply, TextField& field);
-
     CommandLink& link_;
+    RadioModule& module_;
     CalibNeighbours& neighbours_;
-    std::vector<Mode*> modes_;  ///< entered and not yet left, by runs inside each other's waits
+    bool isWindingUp_ = false;
+    std::function<void()> next_;  ///< the run to begin when this one has ended; empty for none
 };
 
 }  // namespace quorvex

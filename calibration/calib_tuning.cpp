@@ -1,9 +1,9 @@
 #include "calibration/calib_tuning.h"
 
 #include <algorithm>
-#include <utility>
 
-#include "link/number_text.h"
+#include "link/held.h"
+#include "link/reply.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -19,19 +19,6 @@ std::int16_t sum(int a, int b) {
     return toInt16(a + b);
 }
 
-/// Raises a flag for as long as it lives; one within another changes nothing.
-class Raised {
-public:
-    explicit Raised(bool& flag) : flag_(flag), before_(std::exchange(flag, true)) {}
-    ~Raised() { flag_ = before_; }
-    Raised(const Raised&) = delete;
-    Raised& operator=(const Raised&) = delete;
-
-private:
-    bool& flag_;
-    bool before_;
-};
-
 std::string twoDigits(std::uint64_t value) {
     const std::string digits = std::to_string(value);
     return digits.size() < 2 ? "0" + digits : digits;
@@ -41,12 +28,18 @@ std::string twoDigits(std::uint64_t value) {
 
 CalibTuning::CalibTuning(CommandLink& link, SettingsStore& store, CalibWindow& window, CalibControls controls,
                          CalResult& result)
-    : link_(link), store_(store), window_(window), controls_(controls), result_(result) {}
+    : link_(link),
+      operation_(link),
+      stream_(link, [this] { return isTalking(); }),
+      store_(store),
+      window_(window),
+      controls_(controls),
+      result_(result) {}
 
 void CalibTuning::load() {
     window_.showRssiThresholdFrame(false);
     result_ = CalResult::none;
-    rfType_ = toInt16(strictNumber(store_.get(kRfModuleKey, "0")));
+    rfType_ = store_.number(kRfModuleKey, "0");
     window_.showKirkFrame(rfType_ != 0);
     noConnCountdown_ = 1;
     dcConnected_ = false;
@@ -81,16 +74,16 @@ CalibTuning::Target CalibTuning::target() const {
     return caption == kCalibrateModuleB ? Target::moduleB : Target::none;
 }
 
-void CalibTuning::sendFor(const Commands& commands, std::int16_t value) {
+void CalibTuning::sendFor(Operation& operation, const Commands& commands, std::int16_t value) {
     switch (target()) {
         case Target::beltpack:
-            link_.serialSendString(commands.beltpack + HexPad(value, 2));
+            operation.serialSendString(commands.beltpack + HexPad(value, 2));
             break;
         case Target::moduleA:
-            link_.serialSendString(commands.moduleA + HexPad(value, 2));
+            operation.serialSendString(commands.moduleA + HexPad(value, 2));
             break;
         case Target::moduleB:
-            link_.serialSendString(commands.moduleB + HexPad(value, 2));
+            operation.serialSendString(commands.moduleB + HexPad(value, 2));
             break;
         case Target::none:
             break;
@@ -102,18 +95,18 @@ void CalibTuning::SliderFmDev_Change() {
     controls_.fmDev.showValue(value);
     // One command of the antenna carries both modules' values, module A's first.
     if (target() == Target::moduleB)
-        link_.serialSendString("! 0306" + HexPad(otherFmDev_, 2) + HexPad(value, 2));
+        operation_.serialSendString("! 0306" + HexPad(otherFmDev_, 2) + HexPad(value, 2));
     else if (target() == Target::moduleA)
-        link_.serialSendString("! 0306" + HexPad(value, 2) + HexPad(otherFmDev_, 2));
+        operation_.serialSendString("! 0306" + HexPad(value, 2) + HexPad(otherFmDev_, 2));
     else if (target() == Target::beltpack)
-        link_.serialSendString("! 0207" + HexPad(value, 2));
+        operation_.serialSendString("! 0207" + HexPad(value, 2));
 }
 
 void CalibTuning::SliderFreqAccr_Change() {
     const std::int16_t value = controls_.freqAccr.value();
     controls_.freqAccr.showValue(value);
     const int code = rfType_ == 0 ? OffsetToNibble(value) : value;
-    sendFor({"# 027c", "# 0245", "# 0246"}, static_cast<std::int16_t>(code));
+    sendFor(operation_, kFrequency, static_cast<std::int16_t>(code));
 }
 
 void CalibTuning::SliderMid_Change() {
@@ -129,19 +122,19 @@ void CalibTuning::SliderMid_Change() {
     if (curTx_ > kAbove && curTx_ < kBelow)
         controls_.tx.setValue(curTx_);
     controls_.mid.showValue(value);
-    sendFor({"# 027c", "# 0245", "# 0246"}, value);
+    sendFor(operation_, kFrequency, value);
 }
 
 void CalibTuning::SliderTx_Change() {
     const std::int16_t value = controls_.tx.value();
     controls_.tx.showValue(value);
-    sendFor({"# 027a", "# 0249", "# 024a"}, value);
+    sendFor(operation_, kTransmit, value);
 }
 
 void CalibTuning::SliderRx_Change() {
     const std::int16_t value = controls_.rx.value();
     controls_.rx.showValue(value);
-    sendFor({"# 0279", "# 0247", "# 0248"}, value);
+    sendFor(operation_, kReceive, value);
 }
 
 std::int16_t CalibTuning::freqCode() const {
@@ -149,11 +142,11 @@ std::int16_t CalibTuning::freqCode() const {
                         : static_cast<std::int16_t>(OffsetToNibble(controls_.freqAccr.value()));
 }
 
-bool CalibTuning::unitAnswers() {
+bool CalibTuning::unitAnswers(Operation& check) {
     constexpr int kReplies = 3;  // records that stream in between may come before the reply
-    link_.serialSendString("# 0102");
+    check.serialSendString("# 0102");
     for (int i = 0; i < kReplies; ++i) {
-        const std::string reply = link_.serialGetResponseChars(limit::kReply, kReplyLength);
+        const std::string reply = check.serialGetResponseChars(limit::kReply, kReplyLength);
         if (reply == kError)
             return false;
         if (reply.starts_with("# 028"))
@@ -163,18 +156,23 @@ bool CalibTuning::unitAnswers() {
 }
 
 void CalibTuning::CommandOK_Click() {
-    const Raised busy(busy_);
-    link_.console().hourglass(true);
-    if (!unitAnswers()) {
-        link_.console().hourglass(false);
+    const Held busy(busy_, true);
+    if (confirm()) {
+        result_ = CalResult::confirmed;
+        calClosing_ = true;
+    } else if (!calClosing_) {  // Cancel may have been pressed meanwhile
         reportNoUnit();
-        return;
     }
-    sendFor({"# 027d", "# 0241", "# 0242"}, controls_.fmDev.value());
-    sendFor({"# 027c", "# 0245", "# 0246"}, freqCode());
-    link_.console().hourglass(false);
-    result_ = CalResult::confirmed;
-    calClosing_ = true;
+}
+
+bool CalibTuning::confirm() {
+    Operation check(link_, [this] { return isTalking(); });
+    check.hourglass();
+    if (!unitAnswers(check))
+        return false;
+    sendFor(check, kStoreFmDev, controls_.fmDev.value());
+    sendFor(check, kFrequency, freqCode());
+    return true;
 }
 
 void CalibTuning::CommandCancel_Click() {
@@ -185,7 +183,7 @@ void CalibTuning::CommandCancel_Click() {
 void CalibTuning::Timer1_Timer() {
     if (ticking_)
         return;
-    const Raised ticking(ticking_);
+    const Held ticking(ticking_, true);
     tick();
 }
 
@@ -198,7 +196,8 @@ void CalibTuning::tick() {
         return;
     const std::string record = readStatusRecord();
     if (record == kError) {
-        reportNoUnit();
+        if (!calClosing_)
+            reportNoUnit();
         window_.unload();
         return;
     }
@@ -208,7 +207,7 @@ void CalibTuning::tick() {
 
 std::string CalibTuning::readStatusRecord() {
     for (;;) {
-        std::string record = link_.serialGetResponse(limit::kCalibrationRecord, kCarriageReturn);
+        std::string record = stream_.serialGetResponse(limit::kCalibrationRecord, kCarriageReturn);
         if (record == kError || hexValue(middle(record, 5, 2)) == kStatusRecord)
             return record;
     }
@@ -242,15 +241,18 @@ void CalibTuning::reportNoUnit() {
     link_.console().messageBox("Could not communicate with device!", Icon::critical);
 }
 
-std::string CalibTuning::writeThreshold(std::int16_t threshold) {
+bool CalibTuning::writeThreshold(std::int16_t threshold) {
+    Operation operation(link_, [this] { return isTalking(); });
+    operation.hourglass();
     const bool beltpack = target() == Target::beltpack;
-    link_.serialSendString((beltpack ? "# 0278" : "# 024B") + HexPad(threshold, 2));
-    link_.serialSendString(beltpack ? "# 0138" : "# 010B");
-    return link_.serialGetResponseChars(limit::kReply, kReplyLength);
+    operation.serialSendString((beltpack ? "# 0278" : "# 024B") + HexPad(threshold, 2));
+    const std::string reply = operation.exchange(beltpack ? "# 0138" : "# 010B", kReplyLength);
+    // No reply counts as 0 here, as intended.
+    return dataByte(reply) == threshold && !operation.isOver();
 }
 
 void CalibTuning::CmdSetRssiThr_Click() {
-    const Raised busy(busy_);
+    const Held busy(busy_, true);
     std::int16_t threshold = 0;
     try {
         threshold = toInt16(decimalValue(controls_.rssiThreshold.text()));
@@ -259,14 +261,13 @@ void CalibTuning::CmdSetRssiThr_Click() {
                                    Icon::critical);
         return;
     }
-    link_.console().hourglass(true);
-    const std::string reply = writeThreshold(threshold);
-    link_.console().hourglass(false);
-    // No reply counts as 0 here, and the texts speak of the Beltpack for every unit. Both are intended.
-    if (static_cast<int>(hexValue(middle(reply, 7, 2))) == threshold) {
+    // The texts speak of the Beltpack for every unit, as intended.
+    if (writeThreshold(threshold)) {
         link_.status("Beltpack's RSSI Threshold updated successfully.", kBlack);
         return;
     }
+    if (calClosing_)
+        return;  // given up
     link_.console().beep();
     link_.console().messageBox("Value could not read back from Beltpack!", Icon::critical);
     link_.status("Beltpack's RSSI Threshold could not be updated.", kBlack);

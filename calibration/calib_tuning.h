@@ -4,8 +4,8 @@
 #include <string>
 
 #include "calibration/cal_result.h"
-#include "link/command_link.h"
 #include "link/controls.h"
+#include "link/operation.h"
 #include "link/settings_store.h"
 
 namespace quorvex {
@@ -80,22 +80,33 @@ public:
 
 private:
     enum class Target { none, beltpack, moduleA, moduleB };
+    /// One value's command for each target.
     struct Commands {
         const char *beltpack, *moduleA, *moduleB;
     };
+    static constexpr Commands kFrequency{"# 027c", "# 0245", "# 0246"};
+    static constexpr Commands kTransmit{"# 027a", "# 0249", "# 024a"};
+    static constexpr Commands kReceive{"# 0279", "# 0247", "# 0248"};
+    static constexpr Commands kStoreFmDev{"# 027d", "# 0241", "# 0242"};
 
     Target target() const;
-    void sendFor(const Commands& commands, std::int16_t value);
+    void sendFor(Operation& operation, const Commands& commands, std::int16_t value);
+    /// Whether the dialog's talk with the unit goes on; no reply is waited for once the dialog is to close.
+    bool isTalking() const { return !calClosing_ && !operation_.isOver(); }
     std::int16_t freqCode() const;
     void tick();
     std::string readStatusRecord();
     void showRecord(const std::string& record);
-    bool unitAnswers();
-    /// The reply to reading it back, kError if there is none.
-    std::string writeThreshold(std::int16_t threshold);
+    bool unitAnswers(Operation& check);
+    /// Whether the unit answers, and has taken the values of OK then.
+    bool confirm();
+    /// Whether it was read back as written.
+    bool writeThreshold(std::int16_t threshold);
     void reportNoUnit();
 
     CommandLink& link_;
+    Operation operation_;  ///< the dialog's own: the port that it was made for
+    Operation stream_;     ///< the status records, as long as isTalking
     SettingsStore& store_;
     CalibWindow& window_;
     CalibControls controls_;

@@ -1,7 +1,5 @@
 #include "calibration/rf_module.h"
 
-#include "link/number_text.h"
-
 namespace quorvex {
 
 namespace {
@@ -17,7 +15,7 @@ CalibLayout layoutFor(bool kirk, const char* frameSuffix) {
 RfModule::RfModule(SettingsStore& store, CalibFrames frames) : store_(store), frames_(frames) {}
 
 std::int16_t RfModule::stored() const {
-    return toInt16(strictNumber(store_.get(kRfModuleKey, "0")));
+    return store_.number(kRfModuleKey, "0");
 }
 
 void RfModule::load() {
@@ -34,12 +32,12 @@ void RfModule::change(std::int16_t type) {
 void RfModule::mnuRfModule_Click(RfModuleDialog& dialog) {
     bool kirk = stored() != 0;
     if (dialog.pick(kirk))
-        type_ = kirk ? 1 : 0;
+        type_ = kirk ? kKirk : kRm5;
     change(type_);  // stored and laid out anew after a cancel too, as intended
 }
 
 void RfModule::SetupCalibLayout(std::int16_t type) {
-    const bool kirk = type == 1;
+    const bool kirk = type == kKirk;
     frames_.beltpack.apply(layoutFor(kirk, ""));
     frames_.moduleA.apply(layoutFor(kirk, " A"));
     frames_.moduleB.apply(layoutFor(kirk, " B"));

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "link/radio_module.h"
 #include "link/settings_store.h"
 
 namespace quorvex {
@@ -44,17 +45,16 @@ public:
     virtual bool pick(bool& kirk) = 0;
 };
 
-/// The radio module that the unit carries: 0 Plextek RM5, 1 Kirk KRM 1800. Kept in the settings store.
-class RfModule {
+/// The radio module that the unit carries, kept in the settings store.
+class RfModule : public RadioModule {
 public:
     RfModule(SettingsStore& store, CalibFrames frames);
 
-    /// Takes the stored type, 0 when none is stored, and lays the frames out for it. Throws "Type mismatch"
-    /// or "Overflow" for a stored text that is no 16-bit number.
+    /// Takes the stored type, 0 when none is stored, and lays the frames out for it. Throws as
+    /// SettingsStore::number does.
     void load();
-    std::int16_t type() const { return type_; }
-    /// Holds `type`, stores it and lays the frames out.
-    void change(std::int16_t type);
+    std::int16_t type() const override { return type_; }
+    void change(std::int16_t type) override;
     /// Lets the operator pick. Throws as `load` does.
     void mnuRfModule_Click(RfModuleDialog& dialog);
 

@@ -6,13 +6,12 @@
 #include <exception>
 
 #include "form/message_box.h"
+#include "link/operation.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
 
 namespace {
-
-constexpr int kDeepestNesting = 64;
 
 void exitAtOnce(int status) {
     std::fflush(nullptr);
@@ -31,23 +30,12 @@ void reportAndEnd(const std::string& report) {
     endProgram(1);
 }
 
-class Level {
-public:
-    Level() { ++depth; }
-    ~Level() { --depth; }
-    Level(const Level&) = delete;
-    Level& operator=(const Level&) = delete;
-    static inline int depth = 0;
-};
-
 }  // namespace
 
 void guarded(const std::function<void()>& handler) {
-    if (Level::depth >= kDeepestNesting)
-        return;
-    const Level level;
     try {
         handler();
+    } catch (const OperationRefused&) {  // NOLINT(bugprone-empty-catch): the operator knows
     } catch (const RuntimeFault& fault) {
         reportAndEnd(fault.report());
     } catch (const std::bad_alloc&) {
@@ -55,10 +43,6 @@ void guarded(const std::function<void()>& handler) {
     } catch (const std::exception& fault) {
         reportAndEnd(RuntimeFault(51, std::string("Internal error (") + fault.what() + ")").report());
     }
-}
-
-int runningHandlers() {
-    return Level::depth;
 }
 
 void endProgram(int status) {

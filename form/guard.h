@@ -7,11 +7,8 @@ namespace quorvex {
 
 /// Runs a handler of the window. The toolkit carries no exceptions, so every slot passes through here: a
 /// fault that the handler leaves uncaught is shown in a critical box and ends the program with status 1.
-/// Handlers nest where one waits for a reply; past 64 levels a further one is not started.
+/// An operation that was refused has told so, and the handler just ends.
 void guarded(const std::function<void()>& handler);
-
-/// Number of handlers that are running now, one inside another's wait.
-int runningHandlers();
 
 /// Ends the program at once with `status`; the windows are not unloaded.
 void endProgram(int status);

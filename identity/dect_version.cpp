@@ -12,9 +12,14 @@ DectVersion::DectVersion(CommandLink& link, std::string request, TextField& vers
     : link_(link), request_(std::move(request)), version_(version) {}
 
 void DectVersion::request() {
-    link_.serialSendString(request_);
+    Operation operation(link_);
+    request(operation);
+}
+
+void DectVersion::request(Operation& operation) {
+    operation.serialSendString(request_);
     for (;;) {
-        const std::string reply = link_.serialGetResponse(limit::kLine, kCarriageReturn);
+        const std::string reply = operation.serialGetResponse(limit::kLine, kCarriageReturn);
         if (reply == kError) {
             version_.setText("Unavailable");
             return;

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "link/command_link.h"
 #include "link/controls.h"
+#include "link/operation.h"
 
 namespace quorvex {
 
@@ -18,6 +18,8 @@ public:
     /// Sends the request and shows the version of the first reply line that has one; lines before it are
     /// skipped. "Unavailable" after 2 s of silence, empty when the line is too short to hold a version.
     void request();
+    /// The same as a part of `operation`.
+    void request(Operation& operation);
 
 private:
     CommandLink& link_;

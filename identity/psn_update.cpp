@@ -10,10 +10,13 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kReplyLength = 16;
-
-bool canBeSent(double number) {
-    return number >= 0 && std::nearbyint(number) <= std::numeric_limits<std::int32_t>::max();
+/// Why `number` cannot be a PSN; empty when it can.
+std::string objectionTo(double number) {
+    if (number < 0)
+        return "it is below 0";
+    if (std::nearbyint(number) > std::numeric_limits<std::int32_t>::max())
+        return "it is above " + std::to_string(std::numeric_limits<std::int32_t>::max());
+    return {};
 }
 
 }  // namespace
@@ -28,16 +31,16 @@ void PsnUpdate::CommandSetBpId_Click() {
         link_.console().beep();
         return;
     }
-    if (!canBeSent(number)) {
-        link_.console().messageBox("The PSN must be a whole number from 0 to 2147483647.", Icon::critical);
+    if (const std::string objection = objectionTo(number); !objection.empty()) {
+        link_.console().messageBox("\"" + printable(text) + "\" cannot be sent as PSN: " + objection + ".",
+                                   Icon::critical);
         return;
     }
-    const std::string reply =
-        writeAndReadBack(link_, "Sending PSN to Beltpack...", "# 064100443" + HexPad(toInt32(number), 5),
-                         "# 0101", kReplyLength);
+    const auto reply = writeAndReadBack(link_, image_, SettingsImage::kPsn, "Sending PSN to Beltpack...",
+                                        "00443" + HexPad(toInt32(number), 5));
     // Compared unrounded: a fraction is sent rounded and then reported as not updated, as intended.
-    if (reply != kError && static_cast<double>(hexValue(middle(reply, 12, 5))) == number) {
-        image_[SettingsImage::kPsn].storeReply(reply);
+    if (reply && *reply != kError && static_cast<double>(hexValue(middle(*reply, 12, 5))) == number) {
+        image_[SettingsImage::kPsn].storeReply(*reply);
         link_.status("Beltpack's PSN updated successfully.", kBlack);
     } else {
         reportNotReadBack(link_, "Beltpack's PSN could not be updated.");

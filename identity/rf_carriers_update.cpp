@@ -1,13 +1,13 @@
 #include "identity/rf_carriers_update.h"
 
 #include "identity/verified_update.h"
+#include "link/reply.h"
 
 namespace quorvex {
 
 namespace {
 constexpr std::size_t kMaskLength = 10;
-constexpr int kReplyLength = 16;
-}  // namespace
+}
 
 RfCarriersUpdate::RfCarriersUpdate(CommandLink& link, SettingsImage& image, TextField& mask)
     : link_(link), image_(image), mask_(mask) {}
@@ -18,10 +18,10 @@ void RfCarriersUpdate::CmdSetRfCarrs_Click() {
         link_.console().beep();
         return;
     }
-    const std::string reply = writeAndReadBack(link_, "Sending RF Carrier Mask to Beltpack...",
-                                               "# 064E" + mask, "# 010E", kReplyLength);
+    const auto reply = writeAndReadBack(link_, image_, SettingsImage::kRfCarrierMask,
+                                        "Sending RF Carrier Mask to Beltpack...", mask);
     // The two texts differ in the case of "mask", as intended.
-    if (dataDigits(reply) != mask) {
+    if (!reply || dataDigits(*reply) != mask) {
         reportNotReadBack(link_, "Beltpack's RF Carrier mask could not be updated.");
     } else {
         image_[SettingsImage::kRfCarrierMask].value = mask;

@@ -13,7 +13,6 @@ constexpr std::size_t kParkBLength = 10;
 constexpr std::size_t kEicLength = 4;
 constexpr std::size_t kFpnLength = 4;
 constexpr std::size_t kFpsLength = 1;
-constexpr int kReplyLength = 16;
 
 bool isHexOrBlank(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c == ' ' || isHexDigit(c); });
@@ -55,17 +54,20 @@ void SystemId::TextParkB_KeyUp() {
         setComponents(parkB.substr(1, 4), fpnOf(parkB), parkB.substr(7, 1));
 }
 
-void SystemId::showParkB(const std::string& parkB) {
+std::string SystemId::showParkB(const std::string& parkB) {
     const std::string_view eic = middle(parkB, 2, kEicLength);
     const std::string_view fps = middle(parkB, 8, kFpsLength);
-    if (parkB.size() != kParkBLength || !isHexOrBlank(eic) || !isHexOrBlank(fps)) {
-        link_.console().messageBox(
-            "\"" + printable(trimmedRight(parkB)) +
-                "\" is not a valid System Id.\r\nThe System ID fields were not changed.",
-            Icon::critical);
-        return;
+    if (parkB.size() == kParkBLength && isHexOrBlank(eic) && isHexOrBlank(fps)) {
+        setComponents(rewritten(eic, kEicLength), fpnOf(parkB), rewritten(fps, kFpsLength));
+        return {};
     }
-    setComponents(rewritten(eic, kEicLength), fpnOf(parkB), rewritten(fps, kFpsLength));
+    // Another unit's System ID must not stay there, ready to be sent to this one.
+    setComponents("", "", "");
+    fields_.parkB.setText("");
+    const std::string_view shown = trimmedRight(parkB);
+    if (shown == "N/A")
+        return {};
+    return "\"" + printable(shown) + "\" is not a valid System Id.\r\nThe System ID fields were emptied.";
 }
 
 std::string SystemId::pari() const {
@@ -101,12 +103,12 @@ void SystemId::CommandSetSysID_Click() {
         reportIncomplete();
         return;
     }
-    const std::string reply =
-        writeAndReadBack(link_, "Sending System Id to Beltpack...", "# 0643" + parkB, "# 0103", kReplyLength);
+    const auto reply =
+        writeAndReadBack(link_, image_, SettingsImage::kSystemId, "Sending System Id to Beltpack...", parkB);
     // The PARK B goes out, the PARI is looked for: one with other ends than "1" and "00" fails, and with
     // incomplete components (an empty PARI) every reply passes. Both are intended.
-    if (reply.find(pari()) != std::string::npos) {
-        image_[SettingsImage::kSystemId].storeReply(reply);
+    if (reply && reply->find(pari()) != std::string::npos) {
+        image_[SettingsImage::kSystemId].storeReply(*reply);
         link_.status("Beltpack's System Id updated succesfully.", kBlack);
     } else {
         reportNotReadBack(link_, "Beltpack's System Id could not be updated.");

@@ -31,8 +31,9 @@ public:
     void TextParkB_KeyUp();
 
     /// Shows a PARK B of 10 characters in the three component fields; blanks count as 0. One whose EIC or
-    /// FPS is not hexadecimal is refused with a box that names it, and the fields stay as they are.
-    void showParkB(const std::string& parkB);
+    /// FPS is not hexadecimal empties all four fields. What the operator must know of such a one; empty where
+    /// there is nothing to tell, also for the "N/A" of a unit without a System ID.
+    std::string showParkB(const std::string& parkB);
 
     /// The PARI of the components, 10 characters; empty when they are incomplete or the EIC or the FPS is
     /// not hexadecimal.

@@ -2,14 +2,16 @@
 
 namespace quorvex {
 
-std::string writeAndReadBack(CommandLink& link, std::string_view sending, const std::string& writeLine,
-                             const std::string& readLine, int replyLength) {
-    link.console().hourglass(true);
+std::optional<std::string> writeAndReadBack(CommandLink& link, const SettingsImage& image, int record,
+                                            std::string_view sending, std::string_view data) {
+    const Parameter& parameter = image[record];
+    Operation operation(link, image.untilReplaced());
+    operation.hourglass();
     link.status(sending, kBlack);
-    link.serialSendString(writeLine);
-    link.serialSendString(readLine);
-    std::string reply = link.serialGetResponseChars(limit::kReply, replyLength);
-    link.console().hourglass(false);
+    operation.serialSendString(parameter.writeLine(data));
+    std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
+    if (operation.isOver())
+        return std::nullopt;
     return reply;
 }
 

@@ -1,5 +1,7 @@
 #include "link/block_capture.h"
 
+#include <utility>
+
 #include "link/input_wait.h"
 #include "link/runtime_fault.h"
 
@@ -20,26 +22,20 @@ bool BlockCapture::synchronise(SerialPort& port) {
     return false;
 }
 
-void BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
-                           const std::function<bool()>& isInterrupted) {
+bool BlockCapture::capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
+                           std::function<bool()> isWanted) {
     count_ = 0;
     if (!synchronise(port))
-        return;  // a character that comes now is not the first of a block
-    InputWait wait(port, loop, limitUnits * 1000);
-    bool done = false;
-    while (!done && port.waiting() > 0) {
-        const auto c = port.read();
-        if (!c)
-            break;
+        return false;  // a character that comes now is not the first of a block
+    InputWait wait(port, loop, limitUnits * 1000, std::move(isWanted));
+    for (auto c = port.read(); c; c = wait.next()) {
         if (count_ >= kCapacity)
             throw RuntimeFault::subscriptOutOfRange();
         bytes_[static_cast<std::size_t>(count_)] = static_cast<unsigned char>(*c);
-        ++count_;
-        done = count_ >= count;
-        if (!done)
-            wait.forNext();
-        done = done || isInterrupted();
+        if (++count_ >= count)
+            return true;
     }
+    return false;
 }
 
 }  // namespace quorvex

@@ -17,10 +17,11 @@ public:
     /// Skips to the marker without waiting, then stores up to `count` bytes from index 0 on, as long as
     /// each comes within `limitUnits` x 1000 ms of the one before. Without a marker in what has arrived, or
     /// with nothing waiting behind it, nothing is stored. Entries past the block keep what they held.
-    /// Asked after each wait, `isInterrupted` may end the capture, because the characters that come now
-    /// no longer belong to the block. Throws "Subscript out of range" for a byte past the buffer's end.
-    void capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
-                 const std::function<bool()>& isInterrupted);
+    /// Asked after each wait, `isWanted` may end the capture, because the characters that come now no longer
+    /// belong to the block. True when all `count` bytes were stored. Throws "Subscript out of range" for a
+    /// byte past the buffer's end.
+    bool capture(SerialPort& port, EventLoop& loop, int limitUnits, std::int32_t count,
+                 std::function<bool()> isWanted);
 
     /// Number of bytes that the last capture stored.
     std::int32_t count() const { return count_; }

@@ -1,6 +1,7 @@
 #include "link/input_wait.h"
 
 #include <limits>
+#include <utility>
 
 #include "link/runtime_fault.h"
 
@@ -10,27 +11,32 @@ namespace {
 constexpr std::int64_t kWindowTurnMs = 20;
 }
 
-InputWait::InputWait(SerialPort& port, EventLoop& loop, std::int32_t limitMs)
+InputWait::InputWait(SerialPort& port, EventLoop& loop, std::int32_t limitMs, std::function<bool()> isWanted)
     : port_(port),
       loop_(loop),
       limitMs_(limitMs),
+      isWanted_(std::move(isWanted)),
       // The first wait of each reader gives the window its turn: one short line after another is a line
       // that never falls silent, too.
       windowRanAt_(std::int64_t{loop.ticks()} - kWindowTurnMs) {}
 
-void InputWait::forNext() {
+std::optional<char> InputWait::next() {
+    if (!isWanted_())
+        return std::nullopt;
     const std::int32_t now = loop_.ticks();
     const std::int64_t deadline = std::int64_t{now} + limitMs_;
     if (deadline > std::numeric_limits<std::int32_t>::max())
         throw RuntimeFault::overflow();
-    if (now - windowRanAt_ >= kWindowTurnMs) {
-        loop_.run(now);
-        windowRanAt_ = loop_.ticks();
-    }
-    while (port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline) {
-        loop_.run(static_cast<std::int32_t>(deadline));
-        windowRanAt_ = loop_.ticks();
-    }
+    if (now - windowRanAt_ >= kWindowTurnMs)
+        letWindowRun(now);
+    while (isWanted_() && port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline)
+        letWindowRun(static_cast<std::int32_t>(deadline));
+    return isWanted_() ? port_.read() : std::nullopt;
+}
+
+void InputWait::letWindowRun(std::int32_t untilTick) {
+    loop_.run(untilTick);
+    windowRanAt_ = loop_.ticks();
 }
 
 }  // namespace quorvex

@@ -1,27 +1,23 @@
 #include "link/port_choice.h"
 
-#include "link/number_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
 
-PortChoice::PortChoice(SerialPort& port, SettingsStore& store, Console& console)
-    : port_(port), store_(store), console_(console) {}
+PortChoice::PortChoice(CommandLink& link, SerialPort& port, SettingsStore& store)
+    : link_(link), port_(port), store_(store) {}
 
 std::int16_t PortChoice::GetComPort() const {
-    return toInt16(strictNumber(store_.get(kComPortKey, "1")));
+    return store_.number(kComPortKey, "1");
 }
 
 int PortChoice::preselected() const {
-    const int index = GetComPort() - 1;
-    if (index < -1 || index >= kPortsOffered)
-        throw RuntimeFault::invalidPropertyValue();
-    return index;
+    return store_.number(kComPortKey, "1", 0, kPortsOffered) - 1;
 }
 
 void PortChoice::open(int number) {
     lastOpened_ = number;
-    port_.close();
+    link_.closePort();
     port_.open(number);
 }
 
@@ -42,7 +38,7 @@ std::string PortChoice::labelAfterDialog() const {
 }
 
 void PortChoice::reportNotOpened(const std::string& number) {
-    console_.messageBox("Could not open COM " + number, Icon::critical);
+    link_.console().messageBox("Could not open COM " + number, Icon::critical);
 }
 
 }  // namespace quorvex

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-#include "link/console.h"
+#include "link/command_link.h"
 #include "link/serial_port.h"
 #include "link/settings_store.h"
 
@@ -14,10 +14,10 @@ class PortChoice {
 public:
     static constexpr int kPortsOffered = 12;  ///< COM1 to COM12 in the drop-down
 
-    PortChoice(SerialPort& port, SettingsStore& store, Console& console);
+    PortChoice(CommandLink& link, SerialPort& port, SettingsStore& store);
 
-    /// The stored port number, 1 when none is stored; read anew each time. Throws "Type mismatch" when the
-    /// stored text is no number and "Overflow" when it does not fit 16 bits.
+    /// The stored port number, 1 when none is stored; read anew each time. Throws as SettingsStore::number
+    /// does.
     std::int16_t GetComPort() const;
 
     /// Index of the item that the dialog preselects: -1 for none. Throws as GetComPort does, and "Invalid
@@ -40,9 +40,9 @@ public:
     void reportNotOpened(const std::string& number);
 
 private:
+    CommandLink& link_;
     SerialPort& port_;
     SettingsStore& store_;
-    Console& console_;
     int lastOpened_ = 0;
 };
 

@@ -28,7 +28,7 @@ QtSerialPort::~QtSerialPort() {
     close();
 }
 
-void QtSerialPort::open(int number) {
+void QtSerialPort::openDevice(int number) {
     close();
     const PortDevice device = findPortDevice(number);
     if (device.path.isEmpty())

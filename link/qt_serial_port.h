@@ -13,7 +13,6 @@ public:
     QtSerialPort();
     ~QtSerialPort() override;
 
-    void open(int number) override;
     void close() override;
     bool isOpen() const override;
     std::size_t waiting() override;
@@ -26,6 +25,7 @@ public:
     void onLost(std::function<void()> handler) { lostHandler_ = std::move(handler); }
 
 private:
+    void openDevice(int number) override;
     void failed(QSerialPort::SerialPortError error);
     void lose();
     void demandOpen() const;

@@ -13,6 +13,7 @@ class QtSettingsStore : public SettingsStore {
 public:
     std::string get(std::string_view key, std::string_view byDefault) const override;
     void save(std::string_view key, std::string_view text) override;
+    std::string place() const override { return location().toStdString(); }
 
     /// The file, or the registry branch.
     static QString location();

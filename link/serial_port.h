@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 
 namespace quorvex {
@@ -13,10 +14,15 @@ public:
 
     /// Opens COM`number` and drops what it had received before. Throws RuntimeFault when the port is
     /// absent, busy, not permitted or not a serial port, and stays closed then.
-    virtual void open(int number) = 0;
+    void open(int number) {
+        ++connection_;
+        openDevice(number);
+    }
     /// Closes the port; nothing happens when it is closed already.
     virtual void close() = 0;
     virtual bool isOpen() const = 0;
+    /// Tells one opening from the next: no two have the same number. 0 on a closed port.
+    std::uint32_t connection() const { return isOpen() ? connection_ : 0; }
 
     /// Count of characters that have arrived and not been read, whether or not an event has run since they
     /// came. 0 on a closed port.
@@ -29,6 +35,11 @@ public:
     virtual void write(char c) = 0;
     /// Puts what has been written on the wire without waiting for it to leave.
     virtual void flush() = 0;
+
+private:
+    virtual void openDevice(int number) = 0;
+
+    std::uint32_t connection_ = 1;  ///< a port that a test holds open from the start has one, too
 };
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <limits>
 
+#include "link/held.h"
 #include "link/number_text.h"
 #include "link/runtime_fault.h"
 
@@ -27,7 +28,7 @@ ScreenBits RemoteScreen::bits() const {
 }
 
 bool RemoteScreen::RScreenTimer_Timer() {
-    if (capturing_) {
+    if (isCapturing()) {
         if (++ticksInCapture_ > 1 || link_.dataBuffer().count() < kNearlyWhole)
             window_.repaint(bits());
         return false;
@@ -38,7 +39,7 @@ bool RemoteScreen::RScreenTimer_Timer() {
 }
 
 bool RemoteScreen::takeFrames() {
-    if (window_.isPortInUse()) {
+    if (link_.isPortInUse()) {
         isBehind_ = true;
         return false;
     }
@@ -51,16 +52,13 @@ bool RemoteScreen::takeFrames() {
 }
 
 bool RemoteScreen::capture() {
-    capturing_ = true;
     ticksInCapture_ = 0;
-    try {
-        link_.GetDataBuffer(kByteLimit, kFrameBytes);
-    } catch (...) {
-        capturing_ = false;
-        throw;
-    }
-    capturing_ = false;
-    return link_.dataBuffer().count() == kFrameBytes;
+    // A box may have opened over a capture that waits: another one takes its place then, and puts an end to
+    // it.
+    const Held wanted(isCaptureWanted_, [this, number = ++captures_, front = window_.inFront()] {
+        return number == captures_ && front == window_.inFront();
+    });
+    return link_.GetDataBuffer(kByteLimit, kFrameBytes, isCaptureWanted_);
 }
 
 void RemoteScreen::autoIncValText_Change() {

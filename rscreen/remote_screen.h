@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstdint>
+#include <functional>
 #include <string>
 
 #include "link/command_link.h"
@@ -20,8 +21,9 @@ inline constexpr int kScreenScale = 2;  ///< each display pixel is a square of 2
 class RemoteScreenWindow {
 public:
     virtual ~RemoteScreenWindow() = default;
-    /// Whether another operation is under way, so that what arrives is not for the screen.
-    virtual bool isPortInUse() const = 0;
+    /// What is open in front of the window, null for nothing. A capture gives way when that changes: whoever
+    /// waits below it for a box to be closed must go on then.
+    virtual const void* inFront() const = 0;
     virtual void repaint(const ScreenBits& bits) = 0;
     /// Saves the picture as shown, replacing a file of that name whole or not at all. Empty on success,
     /// else what went wrong, UTF-8.
@@ -51,9 +53,10 @@ public:
     ScreenBits bits() const;
 
 private:
-    /// True when a whole frame was received.
+    // True when a whole frame was received.
     bool takeFrames();
     bool capture();
+    bool isCapturing() const { return isCaptureWanted_ && isCaptureWanted_(); }
     void showCounter();
     void reportCounterRange();
 
@@ -61,7 +64,8 @@ private:
     RemoteScreenWindow& window_;
     RemoteScreenFields fields_;
     std::uint8_t counter_ = 0;
-    bool capturing_ = false;
+    std::function<bool()> isCaptureWanted_;  ///< of the capture under way; empty for none
+    std::uint32_t captures_ = 0;             ///< number of captures so far
     int ticksInCapture_ = 0;
     bool isBehind_ = false;  ///< frames may have piled up
 };

@@ -1,5 +1,6 @@
 #include "rscreen/rscreen_frame.h"
 
+#include <QApplication>
 #include <QBuffer>
 #include <QGridLayout>
 #include <QSaveFile>
@@ -62,9 +63,8 @@ void RScreenFrame::RScreenTimer_Timer() {
         timer_->start();
 }
 
-bool RScreenFrame::isPortInUse() const {
-    constexpr int kThisTick = 1;
-    return runningHandlers() > kThisTick;
+const void* RScreenFrame::inFront() const {
+    return QApplication::activeModalWidget();
 }
 
 std::string RScreenFrame::savePicture(const std::string& path) {

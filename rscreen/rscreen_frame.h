@@ -19,7 +19,7 @@ public:
 
 private:
     void RScreenTimer_Timer();
-    bool isPortInUse() const override;
+    const void* inFront() const override;
     void repaint(const ScreenBits& bits) override { picture_->show(bits); }
     std::string savePicture(const std::string& path) override;
 

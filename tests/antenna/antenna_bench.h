@@ -7,14 +7,16 @@
 #include "tests/support/fake_controls.h"
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
+#include "tests/support/fake_radio_module.h"
 #include "tests/support/journal.h"
 #include "tests/support/rows.h"
 
 namespace quorvex {
 
 /// Reading an Active Antenna with nothing real around it, on an open port that nobody answers at first.
-struct AntennaBench : private AntennaReadNeighbours {
-    explicit AntennaBench(int heldType = 0, FakeLoop::Tick startTick = 0) : loop(startTick), type(heldType) {
+struct AntennaBench {
+    explicit AntennaBench(int heldType = 0, FakeLoop::Tick startTick = 0) : loop(startTick) {
+        module.hold(heldType);
         port.holdOpen();
     }
 
@@ -28,7 +30,7 @@ struct AntennaBench : private AntennaReadNeighbours {
                 field->type("old");
         }
         FakeField fm, freq, rx, tx;
-        AntennaModuleFields fields() { return {fm, freq, rx, tx}; }
+        CalibrationFields fields() { return {fm, freq, rx, tx}; }
     };
 
     void answer(const char* line, const std::string& reply) {
@@ -58,15 +60,8 @@ struct AntennaBench : private AntennaReadNeighbours {
     FakeConsole console{journal};
     CommandLink link{port, loop, console};
     Module a{journal, "A"}, b{journal, "B"};
-    int type;
-    AntennaRead read{link, a.fields(), b.fields(), *this};
-
-private:
-    int rfModuleType() const override { return type; }
-    void changeRfModuleType(int detected) override {
-        type = detected;
-        journal.note("module type becomes " + std::to_string(detected));
-    }
+    FakeRadioModule module{journal};
+    AntennaRead read{link, module, a.fields(), b.fields()};
 };
 
 inline constexpr const char* kTbr6Line = "! 0E030002100ECE00001503FF000000";

@@ -34,14 +34,14 @@ private:
     std::string text_;
 };
 
-class Held : public AntennaReadNeighbours {
+class HeldModule : public RadioModule {
 public:
-    explicit Held(int type) : type_(type) {}
-    int rfModuleType() const override { return type_; }
-    void changeRfModuleType(int type) override { type_ = type; }
+    explicit HeldModule(int type) : type_(static_cast<std::int16_t>(type)) {}
+    std::int16_t type() const override { return type_; }
+    void change(std::int16_t type) override { type_ = type; }
 
 private:
-    int type_;
+    std::int16_t type_;
 };
 
 }  // namespace
@@ -90,12 +90,12 @@ void TestAntennaDetection::detects() {
     port.open(1);
     CommandLink link(port, loop, told);
     Field fmA, freqA, rxA, txA, fmB, freqB, rxB, txB;
-    Held held(1 - kind);
-    AntennaRead read(link, {fmA, freqA, rxA, txA}, {fmB, freqB, rxB, txB}, held);
+    HeldModule held(1 - kind);
+    AntennaRead read(link, held, {fmA, freqA, rxA, txA}, {fmB, freqB, rxB, txB});
     read.CommandRdSettingsAA_Click();
     QCOMPARE(told.boxes, QStringList());
     QCOMPARE(told.last, "Settings read from Active Antenna");
-    QCOMPARE(held.rfModuleType(), kind);
+    QCOMPARE(static_cast<int>(held.type()), kind);
     QCOMPARE(QString::fromStdString(freqA.text()), kind == 1 ? "12" : "3");
     QCOMPARE(QString::fromStdString(rxA.text()), kind == 1 ? "5" : "");
     QCOMPARE(peer.lines().size(), kind == 1 ? qsizetype{9} : qsizetype{5});

@@ -90,7 +90,7 @@ void TestAntennaRead::whole() {
     kirk ? at.connectKirk() : at.connectRm5();
     at.run(tbr6);
     QCOMPARE(at.journal.entries(), happens);
-    QCOMPARE(at.type, kirk ? 1 : 0);
+    QCOMPARE(static_cast<int>(at.module.type()), kirk ? 1 : 0);
 }
 
 void TestAntennaRead::showsByte_data() {
@@ -258,7 +258,7 @@ void TestAntennaRead::typeIsChosenMeanwhile() {
     at.port.onLine([&](const std::string& line) {
         if (line != "# 0105")
             return;
-        at.type = kirk ? 0 : 1;
+        at.module.hold(kirk ? 0 : 1);
         at.connectKirk();  // whatever is asked for now is answered
     });
     at.run(false);

@@ -167,7 +167,7 @@ void TestAntennaReadFailures::detectedTypeStays() {
     at.connectKirk();
     at.answer("# 0105", "");
     at.run(false);
-    QCOMPARE(at.type, 1);
+    QCOMPARE(static_cast<int>(at.module.type()), 1);
     QCOMPARE(at.journal.entriesOf("module type"), QStringList("module type becomes 1"));
     QCOMPARE(at.port.sentLines(), QStringList({"# 0101", "# 0102", "# 0107", "# 0105"}));
 }

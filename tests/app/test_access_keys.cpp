@@ -125,7 +125,7 @@ void TestAccessKeys::menuItems_data() {
     QTest::addColumn<QString>("journal");  // how its first entry begins
     QTest::newRow("File, COM Port") << int(Qt::Key_F) << int(Qt::Key_C) << kPortDialog;
     QTest::newRow("File, RF Module Type") << int(Qt::Key_F) << int(Qt::Key_R) << kModuleDialog;
-    QTest::newRow("File, Exit") << int(Qt::Key_F) << int(Qt::Key_E) << "end 0";
+    QTest::newRow("File, Exit") << int(Qt::Key_F) << int(Qt::Key_E) << "close";
     QTest::newRow("Help, About") << int(Qt::Key_H) << int(Qt::Key_A)
                                  << "box information \"About Quorvex Config\"";
 }

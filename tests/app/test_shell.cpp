@@ -122,7 +122,7 @@ void TestShell::exitAtRest() {
     bench_->clickTab(page);
     bench_->clickMenu("mnuExit");
     // Not closed by the window: the windows are not unloaded.
-    QCOMPARE(bench_->journal.take(), QStringList("end 0"));
+    QCOMPARE(bench_->journal.take(), QStringList({"close", "end 0"}));
     QVERIFY(bench_->window().isVisible());
 }
 
@@ -141,7 +141,7 @@ void TestShell::exitDuringAnExchange() {
         atEnd = bench_->journal.take() + QStringList(bench_->wire.lines().last());
     });
     bench_->click("CommandRdSettingsBp");
-    QCOMPARE(atEnd, QStringList({"end 0", line}));
+    QCOMPARE(atEnd, QStringList({"close", "end 0", line}));
 }
 
 void TestShell::exitWithoutAPort() {
@@ -218,17 +218,21 @@ void TestShell::uncaughtFault() {
     bench_->startWith(kRm5);
     guarded([&] { throw RuntimeFault(number, kind.toStdString()); });
     const QString text = QStringLiteral("Run-time error '%1':\r\n\r\n%2").arg(number).arg(kind);
-    QCOMPARE(bench_->journal.take(), QStringList({failureEntry(text), "end 1"}));
+    QCOMPARE(bench_->journal.take(), QStringList({failureEntry(text), "close", "end 1"}));
 }
 
 void TestShell::faultTakesTheHourglassDown() {
     bench_->startWith(kRm5);
     bool upAtBox = true;
     bench_->person.beforeOk([&](QMessageBox&) { upAtBox = Bench::isHourglassUp(); });
-    bench_->duringExchange("# 0105", [] { guarded([] { throw RuntimeFault::overflow(); }); });
+    QStringList happened;
+    bench_->duringExchange("# 0105", [&] {
+        guarded([] { throw RuntimeFault::overflow(); });
+        happened = bench_->journal.take();
+        bench_->person.beforeOk({});  // the program would have ended
+    });
     bench_->click("CommandRdSettingsBp");
-    QCOMPARE(bench_->journal.take(),
-             QStringList({failureEntry("Run-time error '6':\r\n\r\nOverflow"), "end 1"}));
+    QCOMPARE(happened, QStringList({failureEntry("Run-time error '6':\r\n\r\nOverflow"), "close", "end 1"}));
     QVERIFY(!upAtBox);
 }
 

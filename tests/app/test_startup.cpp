@@ -46,7 +46,8 @@ struct Fixture {
     FakeConsole console{journal};
     FakeWindow window{journal};
     FakeFrame frame{journal};
-    PortChoice choice{port, store, console};
+    CommandLink link{port, loop, console};
+    PortChoice choice{link, port, store};
     RfModule rfModule{store, {frame, frame, frame}};
     Startup startup{choice, rfModule, window};
 };

@@ -38,13 +38,15 @@ class FakeFileNeighbours : public SettingsFileNeighbours {
 public:
     explicit FakeFileNeighbours(Journal& journal) : journal_(journal) {}
 
-    void showSystemId(const std::string& parkB) override {
+    std::string showSystemId(const std::string& parkB) override {
         journal_.note("System ID: " + parkB);
         if (onShowSystemId)
             onShowSystemId();
+        return systemIdProblem;
     }
     void enableSettingsButtons() override { journal_.note("settings buttons enabled"); }
 
+    std::string systemIdProblem;
     std::function<void()> onShowSystemId;
 
 private:
@@ -108,7 +110,7 @@ struct FileBench {
     SettingsFile file{link,
                       image,
                       dialog,
-                      {beltpackId, rfCarriers, fmDeviation, freqAccuracy, freqAccuracyRx, freqAccuracyTx},
+                      {beltpackId, rfCarriers, {fmDeviation, freqAccuracy, freqAccuracyRx, freqAccuracyTx}},
                       neighbours};
 };
 

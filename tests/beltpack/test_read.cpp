@@ -156,9 +156,9 @@ void TestRead::detectsTheModule() {
     BeltpackBench bench;
     bench.connectKirk();
     bench.port.answer("# 0139", {Reply{bytesOf(reply)}, Reply{"# 02B9A3\r\n"}});
-    bench.neighbours.holdType(type);
+    bench.module.hold(type);
     bench.read.CommandRdSettingsBp_Click();
-    QCOMPARE(bench.neighbours.rfModuleType(), typeAfter);
+    QCOMPARE(static_cast<int>(bench.module.type()), typeAfter);
     QStringList beforeTheHourglass{"> # 0139"};
     if (changed)
         beforeTheHourglass.append("module type becomes " + QString::number(typeAfter));
@@ -190,7 +190,7 @@ void TestRead::frequencyAccuracy() {
     QFETCH(QByteArray, digits);
     QFETCH(QString, text);
     BeltpackBench bench;
-    bench.neighbours.holdType(type);
+    bench.module.hold(type);
     if (type == 0)
         bench.connectRm5();
     else
@@ -243,7 +243,7 @@ void TestRead::secondReadFindsNothingOfTheFirst() {
     bench.silence("# 0102");
     bench.journal.take();
     bench.read.CommandRdSettingsBp_Click();
-    QCOMPARE(bench.neighbours.rfModuleType(), 0);
+    QCOMPARE(static_cast<int>(bench.module.type()), 0);
     QCOMPARE(shown(bench.image[3].value.str()), "24        ");
     QCOMPARE(shown(bench.image[1].value.str()), "N/A       ");
     QCOMPARE(shown(bench.image[1].available.str()), "0 ");

@@ -83,7 +83,7 @@ void TestSettingsFile::savesUnderTheNameAsGiven() {
     fill(bench.image);
     QCOMPARE(bench.save(bench.pathOf(name)), QStringList{kSaved});
     QCOMPARE(QDir(bench.folder.path()).entryList(QDir::Files), QStringList{name});
-    bench.image.clearValues();
+    const SettingsImage::Filling cleared(bench.image);
     QCOMPARE(bench.load(bench.pathOf(name)).last(), kLoaded);
     QCOMPARE(bench.values(), kWholeValues);
 }
@@ -178,7 +178,7 @@ void TestSettingsFile::roundTrip() {
         bench.image[i].value = toLatin1(value);
     const QStringList before = bench.values();
     QCOMPARE(bench.save(bench.pathOf("new.bpc")), QStringList{kSaved});
-    bench.image.clearValues();
+    const SettingsImage::Filling cleared(bench.image);
     QCOMPARE(bench.load(bench.pathOf("new.bpc")).last(), kLoaded);
     QCOMPARE(bench.values(), before);
 }

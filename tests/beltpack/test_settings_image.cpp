@@ -1,6 +1,7 @@
 #include <QTest>
 
 #include "beltpack/settings_image.h"
+#include "link/reply.h"
 #include "link/runtime_fault.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
@@ -35,7 +36,7 @@ void TestSettingsImage::table_data() {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("readLine");
     QTest::addColumn<int>("replyLength");
-    QTest::addColumn<int>("dataDigits");
+    QTest::addColumn<int>("digits");
     QTest::addColumn<QString>("name");
     int index = 0;
     const auto row = [&index](const char* readLine, int replyLength, int digits, const char* name) {
@@ -68,16 +69,16 @@ void TestSettingsImage::table() {
     QFETCH(int, index);
     QFETCH(QString, readLine);
     QFETCH(int, replyLength);
-    QFETCH(int, dataDigits);
+    QFETCH(int, digits);
     QFETCH(QString, name);
     const SettingsImage image;
     const Parameter& parameter = image[index];
     QCOMPARE(shown(parameter.readLine()), readLine);
     QCOMPARE(parameter.replyLength(), replyLength);
-    QCOMPARE(parameter.dataDigits(), dataDigits);
+    QCOMPARE(parameter.digits(), digits);
     QCOMPARE(shown(parameter.name.str()), name);
     QCOMPARE(static_cast<int>(parameter.number), index + 1);
-    QCOMPARE(static_cast<int>(parameter.length), dataDigits / 2 + 1);
+    QCOMPARE(static_cast<int>(parameter.length), digits / 2 + 1);
 }
 
 void TestSettingsImage::blankAtTheStart() {
@@ -186,7 +187,7 @@ void TestSettingsImage::clearsValuesOnly() {
         image[i].value = "1F";
         image[i].available = "1";
     }
-    image.clearValues();
+    const SettingsImage::Filling filling(image);
     for (int i = 0; i <= 20; ++i) {
         QCOMPARE(shown(image[i].value.str()), "          ");
         QCOMPARE(shown(image[i].available.str()), "1 ");

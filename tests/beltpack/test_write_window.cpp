@@ -224,7 +224,7 @@ void TestWriteWindow::fromOneUnitToAnother() {
 void TestWriteWindow::productionBeforeARead() {
     bench_->startWith(kRm5);
     bench_->click("buttonSetProdSettiings");
-    QCOMPARE(bench_->journal.take(), QStringList({kFaultReport, "end 1"}));
+    QCOMPARE(bench_->journal.take(), QStringList({kFaultReport, "close", "end 1"}));
     QCOMPARE(bench_->wire.lines(), QStringList());
     QCOMPARE(bench_->status(), "black: ");
 }

@@ -9,6 +9,7 @@
 #include "tests/support/fake_controls.h"
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
+#include "tests/support/fake_radio_module.h"
 #include "tests/support/journal.h"
 #include "tests/support/rows.h"
 
@@ -48,8 +49,9 @@ private:
 
 /// Calibration runs with nothing real around them, on an open port that nobody answers at first.
 struct RunBench : private CalibNeighbours {
-    explicit RunBench(int rfType = 0, FakeLoop::Tick startTick = 0) : loop(startTick), type(rfType) {
+    explicit RunBench(int rfType = 0, FakeLoop::Tick startTick = 0) : loop(startTick) {
         port.holdOpen();
+        module.hold(rfType);
         const auto fill = [](Set& fields, const char* fm, const char* freq, const char* tx, const char* rx) {
             fields.fm.type(fm);
             fields.freq.type(freq);
@@ -69,7 +71,7 @@ struct RunBench : private CalibNeighbours {
               tx(journal, freqName + "Tx" + suffix),
               rx(journal, freqName + "Rx" + suffix) {}
         FakeField fm, freq, tx, rx;
-        CalibFields fields() { return {fm, freq, tx, rx}; }
+        CalibrationFields fields() { return {fm, freq, rx, tx}; }
     };
 
     /// "Beltpack", "A" or "B".
@@ -111,12 +113,11 @@ struct RunBench : private CalibNeighbours {
     Set moduleA{journal, "TextFmDevA", "TextFreqAdj", "A"},
         moduleB{journal, "TextFmDevB", "TextFreqAdj", "B"};
     FakeField threshold{journal, "TextRssiThr"};
-    int type;
+    FakeRadioModule module{journal};
     std::function<void()> whileShown;
-    CalibRun calib{link, *this};
+    CalibRun calib{link, module, *this};
 
 private:
-    int rfModuleType() const override { return type; }
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override {
         // As the real one does when it loads.
         result = CalResult::none;

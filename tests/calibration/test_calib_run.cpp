@@ -60,6 +60,7 @@ void TestCalibRun::whole_data() {
         << QStringList{"dialog filled: 33 4 2 6 0 Calibrate Beltpack", "> # 0138", "threshold frame shown",
                        "dialog threshold = 80", "> ! 0309E803"} +
                shown + QStringList{"> ! 03090000", "status black: Beltpack Calibrated successfully.",
+                                   "hourglass up", "hourglass down",
                                    "> # 013D",     "TextFMDev = 33",
                                    "> # 013c",     "TextFreqAccr = 10",
                                    "> # 0139",     "TextFreqAccrRx = 7",

@@ -260,7 +260,7 @@ void TestCalibRunFailures::typeChangesOnTheWay() {
     at.connect();
     at.port.onLine([&](const std::string& line) {
         if (shown(line) == during)
-            at.type = 0;
+            at.module.hold(0);
     });
     at.endWith(CalResult::confirmed);
     at.run(target);
@@ -310,7 +310,7 @@ void TestCalibRunFailures::programEnds() {
     QStringList lines;
     at.whileShown = [&] {
         const qsizetype before = at.port.sentLines().size();
-        at.calib.leaveCalibrationMode();
+        at.link.closePort();
         lines = at.port.sentLines().mid(before);
     };
     at.run(target);
@@ -324,7 +324,7 @@ void TestCalibRunFailures::programEndsAtRest() {
     at.endWith(CalResult::confirmed);
     at.run("A");
     const QStringList lines = at.port.sentLines();
-    at.calib.leaveCalibrationMode();
+    at.link.closePort();
     QCOMPARE(at.port.sentLines(), lines);
 }
 

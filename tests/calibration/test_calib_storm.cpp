@@ -6,6 +6,7 @@
 #include "simulator/active_antenna.h"
 #include "simulator/beltpack.h"
 #include "tests/calibration/virtual_dialog.h"
+#include "tests/support/fake_radio_module.h"
 #include "tests/support/in_memory_unit.h"
 #include "tests/support/registry.h"
 
@@ -42,6 +43,7 @@ public:
           unit_(makeUnit()),
           port_(*unit_, loop_) {
         store_.put("RfModule", kirk_ ? "1" : "0");
+        module_.hold(kirk_ ? 1 : 0);
         unit_->calibrationStream().setIntervalMs(kRecordEveryMs);
         for (FakeField* field : {&fmA_, &fmB_, &freq_, &tx_, &rx_})
             field->type(std::to_string(chance_.upTo(7)));
@@ -57,11 +59,11 @@ public:
 
     void run() {
         if (target_ == Target::beltpack)
-            calib_.CommandCalibBp_Click({fmA_, freq_, tx_, rx_}, threshold_);
+            calib_.CommandCalibBp_Click({fmA_, freq_, rx_, tx_}, threshold_);
         else if (target_ == Target::moduleA)
-            calib_.CommandCalibAAA_Click({fmA_, freq_, tx_, rx_}, {fmB_, freq_, tx_, rx_});
+            calib_.CommandCalibAAA_Click({fmA_, freq_, rx_, tx_}, {fmB_, freq_, rx_, tx_});
         else
-            calib_.CommandCalibAAB_Click({fmA_, freq_, tx_, rx_}, {fmB_, freq_, tx_, rx_});
+            calib_.CommandCalibAAB_Click({fmA_, freq_, rx_, tx_}, {fmB_, freq_, rx_, tx_});
     }
 
     /// What is wrong afterwards; empty if nothing is.
@@ -102,7 +104,6 @@ private:
         Storm& storm_;
     };
 
-    int rfModuleType() const override { return kirk_ ? 1 : 0; }
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override {
         return std::make_unique<Counted>(*this, result);
     }
@@ -157,7 +158,8 @@ private:
     FakeStore store_{journal_};
     FakeField fmA_{journal_, "TextFmDevA"}, fmB_{journal_, "TextFmDevB"}, freq_{journal_, "freq"};
     FakeField tx_{journal_, "tx"}, rx_{journal_, "rx"}, threshold_{journal_, "TextRssiThr"};
-    CalibRun calib_{link_, *this};
+    FakeRadioModule module_{journal_};
+    CalibRun calib_{link_, module_, *this};
     bool cablePulled_ = false;
     int dialogsShown_ = 0;
     int dialogsOpen_ = 0;

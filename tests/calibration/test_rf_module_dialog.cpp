@@ -250,7 +250,8 @@ void TestRfModuleDialog::storedTextIsNoNumber() {
     startWithStored("0");
     bench_->store.put("RfModule", stored.toStdString());
     bench_->clickMenu("mnuRfModule");
-    QCOMPARE(bench_->journal.take(), QStringList({failureEntry("Run-time error '" + kind), "end 1"}));
+    QCOMPARE(bench_->journal.take(),
+             QStringList({failureEntry(settingFault(kind, "RfModule", stored)), "close", "end 1"}));
 }
 
 }  // namespace quorvex

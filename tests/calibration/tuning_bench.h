@@ -83,7 +83,6 @@ private:
 /// The dialog's logic with nothing real around it, on an open port that nobody answers at first.
 struct TuningBench {
     explicit TuningBench(int rfType = 0, FakeLoop::Tick startTick = 0) : loop(startTick) {
-        port.holdOpen();
         store.put("RfModule", std::to_string(rfType));
         connect(fmDev, [this] { tuning.SliderFmDev_Change(); });
         connect(freqAccr, [this] { tuning.SliderFreqAccr_Change(); });
@@ -123,7 +122,7 @@ struct TuningBench {
 
     Journal journal;
     FakeLoop loop;
-    FakePort port{loop, journal};
+    FakePort port{loop, journal, true};
     FakeConsole console{journal};
     CommandLink link{port, loop, console};
     FakeStore store{journal};

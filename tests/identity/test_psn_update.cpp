@@ -120,23 +120,27 @@ void TestPsnUpdate::fails() {
 // What has no form on the wire is refused before anything happens, and the operator is told why.
 void TestPsnUpdate::isRefused_data() {
     QTest::addColumn<QString>("text");
-    QTest::newRow("one too many") << "2147483648";
-    QTest::newRow("rounded up to one too many") << "2147483647.5";
-    QTest::newRow("ten digits") << "9999999999";
-    QTest::newRow("sixty-four bits") << "18446744073709551616";
-    QTest::newRow("four hundred digits") << QString(400, '9');
-    QTest::newRow("negative") << "-1";
-    QTest::newRow("negative after a blank") << " - 1";
-    QTest::newRow("most negative") << "-2147483648";
+    QTest::addColumn<QString>("why");
+    const QString tooLarge = "it is above 2147483647.";
+    const QString negative = "it is below 0.";
+    QTest::newRow("one too many") << "2147483648" << tooLarge;
+    QTest::newRow("rounded up to one too many") << "2147483647.5" << tooLarge;
+    QTest::newRow("ten digits") << "9999999999" << tooLarge;
+    QTest::newRow("sixty-four bits") << "18446744073709551616" << tooLarge;
+    QTest::newRow("four hundred digits") << QString(400, '9') << tooLarge;
+    QTest::newRow("negative") << "-1" << negative;
+    QTest::newRow("negative after a blank") << " - 1" << negative;
+    QTest::newRow("most negative") << "-2147483648" << negative;
 }
 
 void TestPsnUpdate::isRefused() {
     QFETCH(QString, text);
+    QFETCH(QString, why);
     PsnBench bench;
     bench.beltpackId.type(text.toStdString());
     bench.update.CommandSetBpId_Click();
     QCOMPARE(bench.journal.entries(),
-             QStringList{"box critical: The PSN must be a whole number from 0 to 2147483647. []"});
+             QStringList("box critical: \"" + text + "\" cannot be sent as PSN: " + why + " []"));
     QCOMPARE(bench.changed(), QStringList());
 }
 

@@ -213,7 +213,7 @@ void TestUpdatesWindow::enterThatIsRefused() {
     keys::type("-5");
     keys::press(Qt::Key_Return);
     QCOMPARE(bench_->journal.take(),
-             QStringList{failureEntry("The PSN must be a whole number from 0 to 2147483647.")});
+             QStringList{failureEntry("\"-5\" cannot be sent as PSN: it is below 0.")});
     QCOMPARE(bench_->wire.lines(), QStringList());
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "link/command_link.h"
+#include "link/operation.h"
 #include "tests/support/fake_console.h"
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_port.h"
@@ -20,6 +20,11 @@ struct LinkFixture {
     FakeConsole console{journal};
     CommandLink link{port, loop, console};
 };
+
+/// Of a capture that nothing interrupts.
+inline bool always() {
+    return true;
+}
 
 /// Characters that arrive together.
 struct Chunk {

@@ -47,7 +47,7 @@ void TestActiveAntennaResponse::finds() {
     QFETCH(QByteArray, left);
     LinkFixture at;
     at.port.receive(bytesOf(arrived));
-    QCOMPARE(shown(at.link.GetActiveAntennaResponse(bytesOf(expected))), reply);
+    QCOMPARE(shown(Operation(at.link).GetActiveAntennaResponse(bytesOf(expected))), reply);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -78,7 +78,7 @@ void TestActiveAntennaResponse::waits() {
     QFETCH(int, endsAt);
     LinkFixture at;
     feed(at.port, arrives);
-    QCOMPARE(shown(at.link.GetActiveAntennaResponse("yes")), reply);
+    QCOMPARE(shown(Operation(at.link).GetActiveAntennaResponse("yes")), reply);
     QCOMPARE(at.loop.ticks(), endsAt);
 }
 
@@ -100,7 +100,7 @@ void TestActiveAntennaResponse::countsLines() {
     for (int i = 0; i < others; ++i)
         at.port.receive("#no\r");
     at.port.receive("#yes\r");
-    QCOMPARE(shown(at.link.GetActiveAntennaResponse("yes")), reply);
+    QCOMPARE(shown(Operation(at.link).GetActiveAntennaResponse("yes")), reply);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -108,7 +108,7 @@ void TestActiveAntennaResponse::countsLines() {
 void TestActiveAntennaResponse::closedPort() {
     LinkFixture at;
     at.port.close();
-    QCOMPARE(shown(at.link.GetActiveAntennaResponse("yes")), "Error");
+    QCOMPARE(shown(Operation(at.link).GetActiveAntennaResponse("yes")), "Error");
     QCOMPARE(at.loop.ticks(), 0);
 }
 
@@ -116,7 +116,7 @@ void TestActiveAntennaResponse::unpluggedAmongTheLines() {
     LinkFixture at;
     at.port.receive("#no\r#no\r#n");
     at.loop.at(700, [&] { at.port.unplug(); });
-    QCOMPARE(shown(at.link.GetActiveAntennaResponse("yes")), "Error");
+    QCOMPARE(shown(Operation(at.link).GetActiveAntennaResponse("yes")), "Error");
     QCOMPARE(at.loop.ticks(), 700);
 }
 

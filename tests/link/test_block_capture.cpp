@@ -76,7 +76,7 @@ void TestBlockCapture::synchronises() {
     QFETCH(QByteArray, left);
     LinkFixture at;
     at.port.receive(bytesOf(arrived));
-    at.link.GetDataBuffer(1, count);
+    at.link.GetDataBuffer(1, count, always);
     QCOMPARE(stored(at.link), block);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
@@ -88,11 +88,11 @@ void TestBlockCapture::junkWithoutEnd() {
     constexpr std::size_t kBuffer = 4096;
     at.port.receive(std::string(2 * kBuffer + 1, 'x') + "sync12345");
     for (const std::size_t left : {kBuffer + 10, std::size_t{10}}) {
-        at.link.GetDataBuffer(1, 5);
+        at.link.GetDataBuffer(1, 5, always);
         QCOMPARE(stored(at.link), QByteArray());
         QCOMPARE(at.port.unread().size(), left);
     }
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     QCOMPARE(stored(at.link), QByteArray("12345"));
 }
 
@@ -122,7 +122,7 @@ void TestBlockCapture::waits() {
     QFETCH(int, endsAt);
     LinkFixture at;
     feed(at.port, arrives);
-    at.link.GetDataBuffer(limit, 5);
+    at.link.GetDataBuffer(limit, 5, always);
     QCOMPARE(stored(at.link), block);
     QCOMPARE(at.loop.ticks(), endsAt);
 }
@@ -133,7 +133,7 @@ void TestBlockCapture::byteValues() {
     for (int value = 0; value < 256; ++value)
         all += static_cast<char>(value);
     at.port.receive("sync" + all);
-    at.link.GetDataBuffer(1, 256);
+    at.link.GetDataBuffer(1, 256, always);
     QCOMPARE(at.link.dataBuffer().count(), 256);
     for (std::size_t value = 0; value < 256; ++value)
         QCOMPARE(at.link.dataBuffer().bytes().at(value), static_cast<std::int16_t>(value));
@@ -142,14 +142,14 @@ void TestBlockCapture::byteValues() {
 void TestBlockCapture::entriesPastTheBlockKeepWhatTheyHeld() {
     LinkFixture at;
     at.port.receive("syncABCDE");
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     at.port.receive("syncxy");
-    at.link.GetDataBuffer(1, 2);
+    at.link.GetDataBuffer(1, 2, always);
     QCOMPARE(stored(at.link), "xy");
     QCOMPARE(at.link.dataBuffer().bytes().at(1), 'y');
     QCOMPARE(at.link.dataBuffer().bytes().at(2), 'C');
     // A capture that finds nothing says so; what it left is no block.
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     QCOMPARE(at.link.dataBuffer().count(), 0);
 }
 
@@ -164,7 +164,7 @@ void TestBlockCapture::emptyBeforeTheFirstCapture() {
 void TestBlockCapture::fillsTheBuffer() {
     LinkFixture at;
     at.port.receive("sync" + std::string(10000, '.') + "!?");
-    at.link.GetDataBuffer(1, 10001);
+    at.link.GetDataBuffer(1, 10001, always);
     QCOMPARE(at.link.dataBuffer().count(), 10001);
     QCOMPARE(at.link.dataBuffer().bytes().at(10000), '!');
     QCOMPARE(shown(at.port.unread()), "?");
@@ -174,7 +174,7 @@ void TestBlockCapture::pastTheBuffer() {
     LinkFixture at;
     at.port.receive("sync" + std::string(10002, '.'));
     try {
-        at.link.GetDataBuffer(1, 20000);
+        at.link.GetDataBuffer(1, 20000, always);
         QFAIL("stored past the buffer's end");
     } catch (const RuntimeFault& fault) {
         QCOMPARE(fault.number(), 9);
@@ -184,9 +184,9 @@ void TestBlockCapture::pastTheBuffer() {
 void TestBlockCapture::closedPort() {
     LinkFixture at;
     at.port.receive("syncABCDE");
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     at.port.close();
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     QCOMPARE(at.link.dataBuffer().count(), 0);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -195,7 +195,7 @@ void TestBlockCapture::unplugged() {
     LinkFixture at;
     at.port.receive("syncABC");
     at.loop.at(400, [&] { at.port.unplug(); });
-    at.link.GetDataBuffer(1, 5);
+    at.link.GetDataBuffer(1, 5, always);
     QCOMPARE(stored(at.link), "ABC");
     QCOMPARE(at.loop.ticks(), 400);
 }
@@ -204,7 +204,7 @@ void TestBlockCapture::tickCountOverflow() {
     LinkFixture at(std::numeric_limits<std::int32_t>::max() - 999);
     at.port.receive("syncABC");
     try {
-        at.link.GetDataBuffer(1, 5);
+        at.link.GetDataBuffer(1, 5, always);
         QFAIL("no overflow");
     } catch (const RuntimeFault& fault) {
         QCOMPARE(fault.number(), 6);

@@ -25,6 +25,7 @@ private Q_SLOTS:
     void turnsWithoutACharacterGoOn();
     void endsWhenThePortCloses();
     void goesOnOnAPortOpenedAgain();
+    void endsWhenNothingIsWanted();
     void overflow_data();
     void overflow();
     void neverSilentLine_data();
@@ -35,12 +36,13 @@ private Q_SLOTS:
 void TestInputWait::endsWithTheFirstCharacter() {
     LinkFixture at;
     at.port.receiveAt(1234, "#");
-    InputWait wait(at.port, at.loop, 2000);
-    wait.forNext();
+    at.port.receiveAt(1234, "!");
+    InputWait wait(at.port, at.loop, 2000, always);
+    QCOMPARE(wait.next(), std::optional('#'));
     QCOMPARE(at.loop.ticks(), 1234);
-    wait.forNext();
+    QCOMPARE(wait.next(), std::optional('!'));
     QCOMPARE(at.loop.ticks(), 1234);
-    QCOMPARE(at.port.readCount(), 0);
+    QCOMPARE(at.port.readCount(), 2);
 }
 
 void TestInputWait::endsAtTheLimit_data() {
@@ -60,11 +62,11 @@ void TestInputWait::endsAtTheLimit() {
     QFETCH(int, limitMs);
     QFETCH(int, endsAt);
     LinkFixture at(startTick);
-    InputWait wait(at.port, at.loop, limitMs);
-    wait.forNext();
+    InputWait wait(at.port, at.loop, limitMs, always);
+    QVERIFY(!wait.next());
     QCOMPARE(at.loop.ticks(), endsAt);
     // The limit counts from each call, not from the first.
-    wait.forNext();
+    QVERIFY(!wait.next());
     QCOMPARE(at.loop.ticks(), endsAt + limitMs);
 }
 
@@ -73,7 +75,7 @@ void TestInputWait::turnsWithoutACharacterGoOn() {
     int events = 0;
     for (int tick = 100; tick <= 1900; tick += 100)
         at.loop.at(tick, [&] { ++events; });
-    InputWait(at.port, at.loop, 2000).forNext();
+    QVERIFY(!InputWait(at.port, at.loop, 2000, always).next());
     QCOMPARE(at.loop.ticks(), 2000);
     QCOMPARE(events, 19);
 }
@@ -81,10 +83,10 @@ void TestInputWait::turnsWithoutACharacterGoOn() {
 void TestInputWait::endsWhenThePortCloses() {
     LinkFixture at;
     at.loop.at(700, [&] { at.port.unplug(); });
-    InputWait wait(at.port, at.loop, 2000);
-    wait.forNext();
+    InputWait wait(at.port, at.loop, 2000, always);
+    QVERIFY(!wait.next());
     QCOMPARE(at.loop.ticks(), 700);
-    wait.forNext();
+    QVERIFY(!wait.next());
     QCOMPARE(at.loop.ticks(), 700);
 }
 
@@ -95,8 +97,24 @@ void TestInputWait::goesOnOnAPortOpenedAgain() {
         at.port.open(2);
     });
     at.port.receiveAt(1500, "#");
-    InputWait(at.port, at.loop, 2000).forNext();
+    QCOMPARE(InputWait(at.port, at.loop, 2000, always).next(), std::optional('#'));
     QCOMPARE(at.loop.ticks(), 1500);
+}
+
+// Whatever has arrived by then stays where it is.
+void TestInputWait::endsWhenNothingIsWanted() {
+    LinkFixture at;
+    bool isWanted = true;
+    at.loop.at(700, [&] {
+        isWanted = false;
+        at.port.receive("#");
+    });
+    InputWait wait(at.port, at.loop, 2000, [&] { return isWanted; });
+    for (int call = 0; call < 2; ++call) {
+        QVERIFY(!wait.next());
+        QCOMPARE(at.loop.ticks(), 700);
+    }
+    QCOMPARE(shown(at.port.unread()), "#");
 }
 
 void TestInputWait::overflow_data() {
@@ -111,10 +129,10 @@ void TestInputWait::overflow() {
     QFETCH(int, beforeTheEnd);
     QFETCH(bool, overflows);
     LinkFixture at(std::numeric_limits<std::int32_t>::max() - beforeTheEnd);
-    InputWait wait(at.port, at.loop, 2000);
+    InputWait wait(at.port, at.loop, 2000, always);
     int fault = 0;
     try {
-        wait.forNext();
+        static_cast<void>(wait.next());
     } catch (const RuntimeFault& thrown) {
         fault = thrown.number();
     }
@@ -132,7 +150,7 @@ void TestInputWait::neverSilentLine() {
     LinkFixture at;
     at.port.flood("x", readsPerMs);
     at.loop.at(1500, [&] { at.port.endFlood(); });
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
     QVERIFY2(!at.port.floodOutlasted(), "the window never got its turn");
     QVERIFY(at.loop.longestPause() <= kSluggishMs);
     // The limit counts from the last character, which came when the window was let in.
@@ -147,7 +165,7 @@ void TestInputWait::exitWorksWhileLinesKeepComing() {
     bool exitChosen = false;
     at.loop.at(200, [&] { exitChosen = true; });
     while (!exitChosen && !at.port.floodOutlasted())
-        at.link.serialGetResponse(1, '\r');
+        Operation(at.link).serialGetResponse(1, '\r');
     QVERIFY2(!at.port.floodOutlasted(), "the window never got its turn");
     QVERIFY(at.loop.longestPause() <= kSluggishMs);
 }

@@ -24,8 +24,8 @@ private Q_SLOTS:
 
 private:
     static std::string exchange(LinkFixture& at, const std::string& line) {
-        at.link.serialSendString(line);
-        return at.link.serialGetResponse(1, '\r');
+        Operation(at.link).serialSendString(line);
+        return Operation(at.link).serialGetResponse(1, '\r');
     }
 };
 
@@ -104,9 +104,9 @@ void TestNestedExchange::portChangedInside() {
         at.port.close();
         at.port.open(2);
     });
-    at.port.receiveAt(900, "#late\r");
-    QCOMPARE(shown(exchange(at, "#A")), "#late");
-    QCOMPARE(at.loop.ticks(), 900);
+    at.port.receiveAt(300, "#other unit\r");
+    QCOMPARE(shown(exchange(at, "#A")), "Error");
+    QCOMPARE(at.loop.ticks(), 300);
 }
 
 void TestNestedExchange::captureInsideACapture() {
@@ -115,10 +115,10 @@ void TestNestedExchange::captureInsideACapture() {
     at.port.receive("sync" + std::string(9999, 'o'));
     at.loop.at(500, [&] {
         at.port.receive("syncii");
-        at.link.GetDataBuffer(1, 2);
+        at.link.GetDataBuffer(1, 2, always);
         at.port.receive("pp");
     });
-    at.link.GetDataBuffer(1, 10001);
+    at.link.GetDataBuffer(1, 10001, always);
     QVERIFY(at.link.dataBuffer().count() >= 0);
     QVERIFY(at.link.dataBuffer().count() <= 10001);
     QCOMPARE(at.loop.ticks(), 1500);
@@ -132,7 +132,7 @@ void TestNestedExchange::commandInsideACapture() {
     QString inner;
     at.loop.at(500, [&] { inner = shown(exchange(at, "#A")); });
     at.port.receiveAt(900, "456");
-    at.link.GetDataBuffer(1, 500);
+    at.link.GetDataBuffer(1, 500, always);
     QCOMPARE(inner, "#a1");
     QCOMPARE(at.link.dataBuffer().count(), 3);
     QVERIFY(at.loop.ticks() <= 1500);

@@ -19,7 +19,8 @@ struct Fixture {
     FakePort port{loop, journal};
     FakeStore store{journal};
     FakeConsole console{journal};
-    PortChoice choice{port, store, console};
+    CommandLink link{port, loop, console};
+    PortChoice choice{link, port, store};
 };
 
 constexpr const char* kAbsent = nullptr;

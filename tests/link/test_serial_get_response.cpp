@@ -64,7 +64,7 @@ void TestSerialGetResponse::collects() {
     QFETCH(QByteArray, left);
     LinkFixture at;
     at.port.receive(bytesOf(arrived));
-    QCOMPARE(shown(at.link.serialGetResponse(1, terminator)), reply);
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, terminator)), reply);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -99,7 +99,7 @@ void TestSerialGetResponse::waits() {
     QFETCH(int, endsAt);
     LinkFixture at;
     feed(at.port, arrives);
-    QCOMPARE(shown(at.link.serialGetResponse(limit, '\r')), reply);
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(limit, '\r')), reply);
     QCOMPARE(at.loop.ticks(), endsAt);
 }
 
@@ -117,7 +117,7 @@ void TestSerialGetResponse::silenceEndsAtTheLimit() {
     QFETCH(int, limit);
     QFETCH(int, endsAt);
     LinkFixture at;
-    QCOMPARE(shown(at.link.serialGetResponse(limit, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(limit, '\r')), "Error");
     QCOMPARE(at.loop.ticks(), endsAt);
     // One turn sleeps to the end: a wait that asks over and over would cost the whole processor.
     QVERIFY2(at.loop.turns() <= 2, qPrintable(QString::number(at.loop.turns())));
@@ -126,14 +126,14 @@ void TestSerialGetResponse::silenceEndsAtTheLimit() {
 void TestSerialGetResponse::whatIsThereIsTakenAtOnce() {
     LinkFixture at;
     at.port.receive("#12\r");
-    QCOMPARE(shown(at.link.serialGetResponse(0, '\r')), "#12");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(0, '\r')), "#12");
     QVERIFY(at.loop.turns() <= 1);
 }
 
 void TestSerialGetResponse::closedPort() {
     LinkFixture at;
     at.port.close();
-    QCOMPARE(shown(at.link.serialGetResponse(6, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(6, '\r')), "Error");
     QCOMPARE(at.loop.ticks(), 0);
 }
 
@@ -151,19 +151,19 @@ void TestSerialGetResponse::unplugged() {
     LinkFixture at;
     feed(at.port, arrives);
     at.loop.at(goneAt, [&] { at.port.unplug(); });
-    QCOMPARE(shown(at.link.serialGetResponse(6, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(6, '\r')), "Error");
     QCOMPARE(at.loop.ticks(), goneAt);
 }
 
 void TestSerialGetResponse::leftoverIsReadByTheNextReader() {
     LinkFixture at;
     at.port.receive("#1\r\n#2\r\n#3");
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "#1");
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "#2");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "#1");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "#2");
     // Half a reply is not kept: it is gone with the reader that took it.
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
     at.port.receive("4\r");
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
 }
 
 void TestSerialGetResponse::tickCountOverflow_data() {
@@ -184,7 +184,7 @@ void TestSerialGetResponse::tickCountOverflow() {
     at.port.receive(bytesOf(arrived));
     int fault = 0;
     try {
-        QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "Error");
+        QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
     } catch (const RuntimeFault& thrown) {
         fault = thrown.number();
     }

@@ -57,7 +57,7 @@ void TestSerialGetResponseChars::collects() {
     QFETCH(QByteArray, left);
     LinkFixture at;
     at.port.receive(bytesOf(arrived));
-    QCOMPARE(shown(at.link.serialGetResponseChars(2, count)), reply);
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(2, count)), reply);
     QCOMPARE(QByteArray::fromStdString(at.port.unread()), left);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -92,7 +92,7 @@ void TestSerialGetResponseChars::waits() {
     QFETCH(int, endsAt);
     LinkFixture at;
     feed(at.port, arrives);
-    QCOMPARE(shown(at.link.serialGetResponseChars(limit, 6)), reply);
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(limit, 6)), reply);
     QCOMPARE(at.loop.ticks(), endsAt);
 }
 
@@ -109,7 +109,7 @@ void TestSerialGetResponseChars::silenceEndsAtTheLimit() {
     QFETCH(int, limit);
     QFETCH(int, endsAt);
     LinkFixture at;
-    QCOMPARE(shown(at.link.serialGetResponseChars(limit, 6)), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(limit, 6)), "Error");
     QCOMPARE(at.loop.ticks(), endsAt);
     QVERIFY2(at.loop.turns() <= 2, qPrintable(QString::number(at.loop.turns())));
 }
@@ -117,7 +117,7 @@ void TestSerialGetResponseChars::silenceEndsAtTheLimit() {
 void TestSerialGetResponseChars::closedPort() {
     LinkFixture at;
     at.port.close();
-    QCOMPARE(shown(at.link.serialGetResponseChars(2, 6)), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(2, 6)), "Error");
     QCOMPARE(at.loop.ticks(), 0);
 }
 
@@ -132,7 +132,7 @@ void TestSerialGetResponseChars::unplugged() {
     LinkFixture at;
     at.port.receive("# 01BF\r\n");
     at.port.unplugAfterReads(afterReads);
-    QCOMPARE(shown(at.link.serialGetResponseChars(2, 6)), "Error");
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(2, 6)), "Error");
     QCOMPARE(at.port.readCount(), afterReads);
     QCOMPARE(at.loop.ticks(), 0);
 }
@@ -150,7 +150,7 @@ void TestSerialGetResponseChars::tickCountOverflow() {
     LinkFixture at(std::numeric_limits<std::int32_t>::max() - beforeTheEnd);
     int fault = 0;
     try {
-        QCOMPARE(shown(at.link.serialGetResponseChars(2, 6)), "Error");
+        QCOMPARE(shown(Operation(at.link).serialGetResponseChars(2, 6)), "Error");
     } catch (const RuntimeFault& thrown) {
         fault = thrown.number();
     }

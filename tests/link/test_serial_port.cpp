@@ -14,7 +14,7 @@
 #include <memory>
 #include <thread>
 
-#include "link/command_link.h"
+#include "link/operation.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/runtime_fault.h"
@@ -152,23 +152,23 @@ void TestSerialPort::arrivedOnly() {
     QFETCH(QString, line);
     QFETCH(QString, characters);
     terminal_->send(sent);
-    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), line);
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')), line);
     port_->discardInput();
     terminal_->send(sent);
-    QCOMPARE(shown(link_->serialGetResponseChars(limit::kArrivedOnly, 6)), characters);
+    QCOMPARE(shown(Operation(*link_).serialGetResponseChars(limit::kArrivedOnly, 6)), characters);
 }
 
 void TestSerialPort::arrivedOnlyIsAtOnce() {
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
-    QCOMPARE(shown(link_->serialGetResponseChars(limit::kArrivedOnly, 6)), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponseChars(limit::kArrivedOnly, 6)), "Error");
     QVERIFY2(timer.elapsed() < kSlackMs, qPrintable(QString::number(timer.elapsed())));
 }
 
 void TestSerialPort::blockWithoutAWait() {
     terminal_->send("xxsyn");  // the marker breaks off
-    link_->GetDataBuffer(limit::kArrivedOnly, 5);
+    link_->GetDataBuffer(limit::kArrivedOnly, 5, [] { return true; });
     QCOMPARE(link_->dataBuffer().count(), 0);
 }
 
@@ -177,23 +177,23 @@ void TestSerialPort::arrivedBlockBehindItsMarker() {
     for (int value = 0; value < 256; ++value)
         block.append(static_cast<char>(value));
     terminal_->send(block);
-    link_->GetDataBuffer(limit::kArrivedOnly, 256);
+    link_->GetDataBuffer(limit::kArrivedOnly, 256, [] { return true; });
     QCOMPARE(link_->dataBuffer().count(), 256);
     for (std::size_t value = 0; value < 256; ++value)
         QCOMPARE(int(link_->dataBuffer().bytes().at(value)), int(value));
 }
 
 void TestSerialPort::commandIsOnTheWire() {
-    link_->serialSendString("# 0139");
+    Operation(*link_).serialSendString("# 0139");
     QCOMPARE(terminal_->arrived(), "# 0139\r\n");
 }
 
 void TestSerialPort::everythingIsOnTheWireAtTheFirstWait() {
     WatchedLoop watched(*terminal_);
     CommandLink link(*port_, watched, console_);
-    link.serialSendString("! 0E030002100ECE00001503FF000000");
+    Operation(link).serialSendString("! 0E030002100ECE00001503FF000000");
     QTimer::singleShot(20, this, [this] { terminal_->send("^ 020002\r\n"); });
-    QCOMPARE(shown(link.serialGetResponse(limit::kLine, '\r')), "^ 020002");
+    QCOMPARE(shown(Operation(link).serialGetResponse(limit::kLine, '\r')), "^ 020002");
     QCOMPARE(watched.onWireAtFirstWait(), "! 0E030002100ECE00001503FF000000\r\n");
     // It sleeps while it waits, and does not look round and round.
     QVERIFY2(watched.turns() < 50, qPrintable(QString::number(watched.turns())));
@@ -201,8 +201,8 @@ void TestSerialPort::everythingIsOnTheWireAtTheFirstWait() {
 
 void TestSerialPort::sendingDropsWhatWaits() {
     terminal_->send("#stale\r\n");
-    link_->serialSendString("# 0101");
-    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+    Operation(*link_).serialSendString("# 0101");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
 }
 
 void TestSerialPort::openingDropsWhatWaits() {
@@ -210,7 +210,7 @@ void TestSerialPort::openingDropsWhatWaits() {
     port_->close();
     terminal_->send("#staler\r\n");
     port_->open(kPort);
-    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
 }
 
 // What has come is dropped when the event loop has seen it and the port has not read it yet.
@@ -245,7 +245,7 @@ void TestSerialPort::droppedBehindTheLoopsBack() {
     QElapsedTimer clock;
     clock.start();
     QTimer::singleShot(20, this, [this] { terminal_->send("# 0280\r\n"); });
-    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "# 0280");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kLine, '\r')), "# 0280");
     QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
 }
 
@@ -255,7 +255,7 @@ void TestSerialPort::unitThatDoesNotRead() {
     const QByteArray line(30, 'x');
     QByteArray sent;
     while (sent.size() < 100'000) {  // more than a pseudo-terminal holds
-        link_->serialSendString(line.toStdString());
+        Operation(*link_).serialSendString(line.toStdString());
         sent += line + "\r\n";
         QCoreApplication::processEvents();
     }
@@ -273,7 +273,7 @@ void TestSerialPort::allBytesPass() {
             every.append(static_cast<char>(value));
     }
     terminal_->send(every + '\r');
-    QCOMPARE(shown(link_->serialGetResponse(limit::kArrivedOnly, '\r')).toLatin1(), every);
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')).toLatin1(), every);
     for (const char byte : every)
         port_->write(byte);
     port_->flush();
@@ -296,7 +296,8 @@ void TestSerialPort::silence() {
     const double before = processorMs();
     QElapsedTimer timer;
     timer.start();
-    const std::string reply = line ? link_->serialGetResponse(1, '\r') : link_->serialGetResponseChars(1, 8);
+    const std::string reply =
+        line ? Operation(*link_).serialGetResponse(1, '\r') : Operation(*link_).serialGetResponseChars(1, 8);
     const qint64 elapsedMs = timer.elapsed();
     QCOMPARE(shown(reply), "Error");
     QVERIFY2(elapsedMs >= limitMs - 1 && elapsedMs < limitMs + kSlackMs,
@@ -309,7 +310,7 @@ void TestSerialPort::eachCharacterRestartsTheLimit() {
     // Two gaps of 700 ms under a limit of 1 s.
     QTimer::singleShot(700, this, [this] { terminal_->send("# 02"); });
     QTimer::singleShot(1400, this, [this] { terminal_->send("BD21\r\n"); });
-    QCOMPARE(shown(link_->serialGetResponseChars(1, 8)), "# 02BD21");
+    QCOMPARE(shown(Operation(*link_).serialGetResponseChars(1, 8)), "# 02BD21");
 }
 
 // Somebody at the other end who never ends a line: the window still gets its
@@ -336,7 +337,7 @@ void TestSerialPort::floodKeepsTheWindowAlive() {
     });
     window.start();
     sinceTurn.start();
-    const std::string reply = link_->serialGetResponse(limit::kLine, '\r');
+    const std::string reply = Operation(*link_).serialGetResponse(limit::kLine, '\r');
     stopper.join();
     flood.join();
     QVERIFY(reply != kError);
@@ -354,7 +355,7 @@ void TestSerialPort::hangUpInAWait() {
     });
     QElapsedTimer timer;
     timer.start();
-    QCOMPARE(shown(link_->serialGetResponseChars(limit::kReply, 8)), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponseChars(limit::kReply, 8)), "Error");
     QVERIFY2(timer.elapsed() < 2000 + kSlackMs, qPrintable(QString::number(timer.elapsed())));
     QTRY_COMPARE(lost, 1);
     QVERIFY(!port_->isOpen());
@@ -366,7 +367,7 @@ void TestSerialPort::hangUpAtRest() {
     terminal_->hangUp();
     QTRY_COMPARE(lost, 1);
     QVERIFY(!port_->isOpen());
-    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kLine, '\r')), "Error");
 }
 
 void TestSerialPort::hungUpPortCostsNothing() {
@@ -383,10 +384,10 @@ void TestSerialPort::opensAgain() {
     terminal_ = std::make_unique<PseudoTerminal>();
     QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
     port_->open(kPort);
-    link_->serialSendString("# 0101");
+    Operation(*link_).serialSendString("# 0101");
     QCOMPARE(terminal_->arrived(), "# 0101\r\n");
     terminal_->send("# 0681\r\n");
-    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "# 0681");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kLine, '\r')), "# 0681");
     int lost = 0;
     port_->onLost([&lost] { ++lost; });
     QCoreApplication::processEvents();
@@ -397,9 +398,9 @@ void TestSerialPort::closedPort() {
     port_->close();
     QElapsedTimer timer;
     timer.start();
-    link_->serialSendString("# 0101");
-    QCOMPARE(shown(link_->serialGetResponse(limit::kLine, '\r')), "Error");
-    QCOMPARE(shown(link_->serialGetResponseChars(limit::kReply, 8)), "Error");
+    Operation(*link_).serialSendString("# 0101");
+    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kLine, '\r')), "Error");
+    QCOMPARE(shown(Operation(*link_).serialGetResponseChars(limit::kReply, 8)), "Error");
     QVERIFY2(timer.elapsed() < kSlackMs, qPrintable(QString::number(timer.elapsed())));
     QCOMPARE(terminal_->arrived(), "");
     port_->close();  // nothing happens

@@ -35,13 +35,13 @@ void TestSerialSendString::bytesOnTheWire_data() {
 void TestSerialSendString::bytesOnTheWire() {
     QFETCH(QByteArray, command);
     LinkFixture at;
-    at.link.serialSendString(bytesOf(command));
+    Operation(at.link).serialSendString(bytesOf(command));
     QCOMPARE(shown(at.port.sentBytes()), shown(bytesOf(command) + "\r\n"));
 }
 
 void TestSerialSendString::orderOfCalls() {
     LinkFixture at;
-    at.link.serialSendString("!1");
+    Operation(at.link).serialSendString("!1");
     // Flushed last, so that the line is on its way before a reader begins to wait.
     const QStringList calls{"discard", "write !", "write 1", "write \\r", "write \\n", "flush"};
     QCOMPARE(at.port.calls(), calls);
@@ -51,15 +51,15 @@ void TestSerialSendString::dropsWhatWaits() {
     LinkFixture at;
     at.port.receive("#stale\r\n");
     at.port.answer("# 0139", "# 01BF\r\n");
-    at.link.serialSendString("# 0139");
-    QCOMPARE(shown(at.link.serialGetResponse(1, '\r')), "# 01BF");
+    Operation(at.link).serialSendString("# 0139");
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "# 01BF");
 }
 
 void TestSerialSendString::waitsForNothing() {
     LinkFixture at;
     bool buttonPressed = false;
     at.loop.at(0, [&] { buttonPressed = true; });
-    at.link.serialSendString("# 0139");
+    Operation(at.link).serialSendString("# 0139");
     QCOMPARE(at.loop.turns(), 0);
     QVERIFY(!buttonPressed);
 }
@@ -84,7 +84,7 @@ void TestSerialSendString::portFaultIsSilent() {
         at.port.failWritesAfter(writesBefore);
     if (flushFails)
         at.port.failFlush();
-    at.link.serialSendString("#1");
+    Operation(at.link).serialSendString("#1");
     QCOMPARE(at.port.calls(), calls);
     QCOMPARE(at.journal.entries(), QStringList());
 }
@@ -92,13 +92,13 @@ void TestSerialSendString::portFaultIsSilent() {
 void TestSerialSendString::closedPortIsSilent() {
     LinkFixture at;
     at.port.unplug();
-    at.link.serialSendString("# 0139");
+    Operation(at.link).serialSendString("# 0139");
     QCOMPARE(at.port.calls(), QStringList());
     QCOMPARE(at.journal.entries(), QStringList());
 
     LinkFixture pulled;
     pulled.port.unplugAfterWrites(3);
-    pulled.link.serialSendString("# 0139");
+    Operation(pulled.link).serialSendString("# 0139");
     QCOMPARE(pulled.journal.entries(), QStringList());
     QCOMPARE(pulled.port.calls().size(), 4);
 }

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void idleCostsNothing();
 
 private:
+    QString storedFault(const QString& key) const;
     void leave(const QString& way);
     /// A Kirk antenna in calibration mode whose threshold is awaited.
     void startCalibration();
@@ -161,13 +162,18 @@ void TestEnding::withoutAPort() {
     QCOMPARE(bench_->program().end(), "exit 0");
 }
 
+/// The report of a setting that holds "abc": what to mend, and where.
+QString TestEnding::storedFault(const QString& key) const {
+    return "Run-time error '13':\r\n\r\nType mismatch\r\n\r\nThe setting \"" + key +
+           "\" holds \"abc\".\r\nIt is kept in " + bench_->settingsFile() + ".";
+}
+
 void TestEnding::storedPortIsNoNumber() {
     bench_->writeSettings("[Settings]\nComPort=abc\n");
     bench_->run();
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + "Could not open COM ", kLimitMs);
     bench_->program().clickOk();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + "Run-time error '13':\r\n\r\nType mismatch",
-                              kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + storedFault("ComPort"), kLimitMs);
     bench_->program().clickOk();
     QCOMPARE(bench_->program().end(), "exit 1");
     QCOMPARE(bench_->settings(), "[Settings]\nComPort=abc\n");
@@ -183,8 +189,7 @@ void TestEnding::storedModuleIsNoNumber() {
     bench_->program().click("CmdOK");
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "COM1", kLimitMs);
     bench_->program().clickMenu("mnuFile", "mnuRfModule");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + "Run-time error '13':\r\n\r\nType mismatch",
-                              kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kTitle + storedFault("RfModule"), kLimitMs);
     bench_->program().clickOk();
     QCOMPARE(bench_->program().end(), "exit 1");
 }

@@ -19,7 +19,7 @@ class FakeScreenWindow : public RemoteScreenWindow {
 public:
     explicit FakeScreenWindow(Journal& journal) : journal_(journal) {}
 
-    bool isPortInUse() const override { return portInUse; }
+    const void* inFront() const override { return front; }
     void repaint(const ScreenBits& bits) override {
         painted.append(
             QByteArray(reinterpret_cast<const char*>(bits.data()), static_cast<qsizetype>(bits.size())));
@@ -29,9 +29,9 @@ public:
         return problem;
     }
 
-    bool portInUse = false;
-    std::string problem;        ///< what the next save ends with
-    QList<QByteArray> painted;  ///< all 33 lines of each picture
+    const void* front = nullptr;  ///< the box that is open
+    std::string problem;          ///< what the next save ends with
+    QList<QByteArray> painted;    ///< all 33 lines of each picture
 
 private:
     Journal& journal_;

@@ -1,5 +1,7 @@
 #include <QTest>
+#include <optional>
 
+#include "link/operation.h"
 #include "link/runtime_fault.h"
 #include "tests/rscreen/screen_bench.h"
 #include "tests/support/registry.h"
@@ -100,24 +102,24 @@ void TestTicks::portInUse() {
     ScreenBench at;
     at.receive(frame(1));
     at.tick();
-    at.window.portInUse = true;
+    std::optional<Operation> operation(at.link);
     const int reads = at.port.readCount();
     at.receive("# 02821F\r\n" + frame(2));
     QVERIFY(!at.tick());
     QCOMPARE(at.port.readCount(), reads);
     QCOMPARE(at.window.painted.size(), 2);
     QCOMPARE(at.shownFrame(), pictureBytes(1));
-    at.window.portInUse = false;
+    operation.reset();
     QVERIFY(at.tick());
     QCOMPARE(at.shownFrame(), pictureBytes(2));
 }
 
 void TestTicks::framesAfterAnOperation() {
     ScreenBench at;
-    at.window.portInUse = true;
+    std::optional<Operation> operation(at.link);
     at.receive(frame(1) + frame(2) + frame(3) + frame(4).first(300));
     at.tick();
-    at.window.portInUse = false;
+    operation.reset();
     QVERIFY(at.tick());
     QCOMPARE(at.shownFrame(), pictureBytes(3));  // the last whole one at once
     at.receive(frame(4).sliced(300) + frame(5));
@@ -151,12 +153,7 @@ void TestTicks::operationInsideAFrame() {
     const QByteArray bits(kFrameBytes, '.');  // without a character that begins a reply
     at.receive("sync" + bits.first(received));
     QString reply;
-    at.loop.at(100, [&] {
-        at.window.portInUse = true;
-        at.link.serialSendString("# 0102");
-        reply = shown(at.link.serialGetResponseChars(2, 8));
-        at.window.portInUse = false;
-    });
+    at.loop.at(100, [&] { reply = shown(Operation(at.link).exchange("# 0102", 8)); });
     for (int tick = 250; tick < 2000; tick += 250)
         at.loop.at(tick, [&] { at.tick(); });
     at.receiveAt(restFirst ? 150 : 1700, bits.sliced(received));
@@ -177,8 +174,8 @@ void TestTicks::operationWithoutAnswerInsideAFrame() {
     at.receive("sync" + pictureBytes(1).first(100));
     QString reply;
     at.loop.at(100, [&] {
-        at.link.serialSendString("# 0102");
-        reply = shown(at.link.serialGetResponseChars(2, 8));
+        Operation(at.link).serialSendString("# 0102");
+        reply = shown(Operation(at.link).serialGetResponseChars(2, 8));
     });
     at.receiveAt(5000, frame(2));
     QVERIFY(!at.tick());
@@ -199,12 +196,12 @@ void TestTicks::severalCommandsInsideAFrame() {
     at.receive("sync" + pictureBytes(1).first(100));
     QStringList replies;
     at.loop.at(100, [&] {
-        at.link.serialSendString("# 0101");
-        replies << shown(at.link.serialGetResponseChars(2, 16));
-        at.link.serialSendString("# 0102");
-        replies << shown(at.link.serialGetResponseChars(2, 8));
-        at.link.serialSendString("! 0108");
-        replies << shown(at.link.serialGetResponse(1, '\r'));
+        Operation(at.link).serialSendString("# 0101");
+        replies << shown(Operation(at.link).serialGetResponseChars(2, 16));
+        Operation(at.link).serialSendString("# 0102");
+        replies << shown(Operation(at.link).serialGetResponseChars(2, 8));
+        Operation(at.link).serialSendString("! 0108");
+        replies << shown(Operation(at.link).serialGetResponse(1, '\r'));
     });
     QVERIFY(!at.tick());
     QCOMPARE(replies, QStringList({"# 068100443186A0", "# 02821F", "!DECT Version:4.07;"}));
@@ -226,8 +223,8 @@ void TestTicks::operationAfterTheFrame() {
     at.port.answer("# 0102", "# 02821F\r\n");
     at.receive(frame(1));
     QVERIFY(at.tick());
-    at.link.serialSendString("# 0102");
-    QCOMPARE(shown(at.link.serialGetResponseChars(2, 8)), "# 02821F");
+    Operation(at.link).serialSendString("# 0102");
+    QCOMPARE(shown(Operation(at.link).serialGetResponseChars(2, 8)), "# 02821F");
     at.receive(frame(2));
     QVERIFY(at.tick());  // past the line end of the reply
     QCOMPARE(at.shownFrame(), pictureBytes(2));

@@ -9,6 +9,7 @@
 #include "tests/support/fake_loop.h"
 #include "tests/support/fake_neighbours.h"
 #include "tests/support/fake_port.h"
+#include "tests/support/fake_radio_module.h"
 #include "tests/support/journal.h"
 
 namespace quorvex {
@@ -62,10 +63,15 @@ struct BeltpackBench {
     FakeField freqAccuracyTx{journal, "TextFreqAccrTx"};
     FakeField rssiThreshold{journal, "TextRssiThr"};
     FakeNeighbours neighbours{journal};
+    FakeRadioModule module{journal};
     BeltpackRead read{link,
                       image,
+                      module,
                       editors,
-                      {beltpackId, rfCarriers, pli, fmDeviation, freqAccuracy, freqAccuracyRx, freqAccuracyTx,
+                      {beltpackId,
+                       rfCarriers,
+                       pli,
+                       {fmDeviation, freqAccuracy, freqAccuracyRx, freqAccuracyTx},
                        rssiThreshold},
                       neighbours};
 

@@ -10,7 +10,7 @@ namespace quorvex {
 Bench::Bench() {
     qputenv("QUORVEX_PORTS", noPorts.path().toLocal8Bit());
     setProgramEnd([this](int status) {
-        window_->leaveCalibrationMode();
+        window_->closePort();
         journal.note("end " + QString::number(status));
     });
     wire.onLine([this](const QString& line) {

@@ -13,31 +13,25 @@ class FakeNeighbours : public BeltpackReadNeighbours {
 public:
     explicit FakeNeighbours(Journal& journal) : journal_(journal) {}
 
-    int rfModuleType() const override { return type_; }
-    void changeRfModuleType(int type) override {
-        type_ = type;
-        journal_.note("module type becomes " + std::to_string(type));
-    }
-    void showSystemId(const std::string& parkB) override {
+    std::string showSystemId(const std::string& parkB) override {
         journal_.note("System ID: " + parkB);
         if (onShowSystemId)
             onShowSystemId();
+        return systemIdProblem;
     }
-    void requestDectVersion() override {
+    void requestDectVersion(Operation& /*read*/) override {
         journal_.note("DECT version requested");
         if (onRequestDectVersion)
             onRequestDectVersion();
     }
     void enableSettingsButtons() override { journal_.note("settings buttons enabled"); }
 
-    void holdType(int type) { type_ = type; }
-
+    std::string systemIdProblem;
     std::function<void()> onShowSystemId;
     std::function<void()> onRequestDectVersion;
 
 private:
     Journal& journal_;
-    int type_ = 0;
 };
 
 }  // namespace quorvex

@@ -33,7 +33,7 @@ RuntimeFault deviceFault() {
 
 }  // namespace
 
-void FakePort::open(int number) {
+void FakePort::openDevice(int number) {
     const std::string what = "open COM" + std::to_string(number);
     if (isOpen_ || refused_.contains(number)) {
         journal_.note(what + (isOpen_ ? " while open" : " failed"));

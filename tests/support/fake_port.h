@@ -35,9 +35,9 @@ public:
 
     /// Closed at first. Opening, closing ("open COM3", "open COM3 failed", "close") and the lines sent
     /// ("> # 0139") are noted.
-    FakePort(FakeLoop& loop, Journal& journal) : loop_(loop), journal_(journal) {}
+    FakePort(FakeLoop& loop, Journal& journal, bool open = false)
+        : loop_(loop), journal_(journal), isOpen_(open) {}
 
-    void open(int number) override;
     void close() override;
     bool isOpen() const override { return isOpen_; }
     std::size_t waiting() override;
@@ -85,13 +85,14 @@ public:
     int readCount() const { return readCount_; }
 
 private:
+    void openDevice(int number) override;
     void demandOpen() const;
     void lineSent(const std::string& line);
     char nextOfFlood();
 
     FakeLoop& loop_;
     Journal& journal_;
-    bool isOpen_ = false;
+    bool isOpen_;
     std::set<int> refused_;
     std::string received_, written_, sentBytes_, line_;
     std::map<std::string, std::deque<Reply>> answers_;

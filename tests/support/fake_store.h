@@ -22,6 +22,8 @@ public:
         put(key, text);
     }
 
+    std::string place() const override { return "the settings folder"; }
+
     /// Stores as if by another program: without a note.
     void put(std::string_view key, std::string_view text) { values_[std::string(key)] = std::string(text); }
 

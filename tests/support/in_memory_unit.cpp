@@ -11,7 +11,7 @@ InMemoryUnit::InMemoryUnit(sim::Unit& unit, FakeLoop& loop) : unit_(unit), loop_
     loop.addSource([&unit] { return unit.nextEventMs(); });
 }
 
-void InMemoryUnit::open(int /*number*/) {
+void InMemoryUnit::openDevice(int /*number*/) {
     isOpen_ = true;
     static_cast<void>(unit_.take(loop_.ticks()));
     received_.clear();

@@ -15,7 +15,6 @@ public:
     /// Open from the start. The unit and the loop must outlive it.
     InMemoryUnit(sim::Unit& unit, FakeLoop& loop);
 
-    void open(int number) override;
     void close() override { unplug(); }
     bool isOpen() const override { return isOpen_; }
     std::size_t waiting() override;
@@ -29,6 +28,7 @@ public:
     const QStringList& sentLines() const { return sentLines_; }
 
 private:
+    void openDevice(int number) override;
     void fetch();
     void demandOpen() const;
 

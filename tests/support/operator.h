@@ -42,6 +42,12 @@ private:
 QString boxEntry(const QString& icon, const QString& title, const QString& text);
 /// The same with the critical icon and the program's own title.
 QString failureEntry(const QString& text);
+/// The report of a setting that cannot be used: the fault, what is stored and where.
+inline QString settingFault(const QString& fault, const QString& key, const QString& stored) {
+    return "Run-time error '" + fault + "\r\n\r\nThe setting \"" + key + "\" holds \"" + stored +
+           "\".\r\nIt is kept in the settings folder.";
+}
+
 /// The journal's entry for a dialog.
 QString dialogEntry(const QString& name, const QString& caption);
 

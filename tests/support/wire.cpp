@@ -24,7 +24,7 @@ std::optional<std::int64_t> Wire::nextEventMs() const {
     return next;
 }
 
-void Wire::open(int number) {
+void Wire::openDevice(int number) {
     close();
     if (number < 1 || number > kHighestPort || refused_.contains(number)) {
         journal_.note("cannot open " + QString::number(number));

@@ -49,7 +49,6 @@ public:
     /// When something next arrives if nobody sends; nothing if it never does.
     std::optional<std::int64_t> nextEventMs() const;
 
-    void open(int number) override;
     void close() override;
     bool isOpen() const override { return open_; }
     std::size_t waiting() override;
@@ -59,6 +58,8 @@ public:
     void flush() override {}
 
 private:
+    void openDevice(int number) override;
+
     struct Piece {
         std::int64_t dueMs;
         QByteArray bytes;

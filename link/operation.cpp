@@ -1,0 +1,120 @@
+#include "link/operation.h"
+
+#include <utility>
+
+#include "link/input_wait.h"
+#include "link/runtime_fault.h"
+
+namespace quorvex {
+
+namespace {
+
+constexpr std::int32_t kLineUnitMs = 2000;
+constexpr std::int32_t kCharsUnitMs = 1000;
+constexpr int kMostFurtherLines = 10;
+
+bool isStart(char c) {
+    return c == '^' || c == '#' || c == '!';
+}
+
+bool isControl(char c) {
+    return static_cast<unsigned char>(c) < ' ';
+}
+
+}  // namespace
+
+Operation::Operation(CommandLink& link, std::function<bool()> isWanted)
+    : link_(link), isWanted_(std::move(isWanted)), connection_(link.port_.connection()) {
+    if (link_.operations_.size() >= kMostAtOnce) {
+        link_.status("Too many operations are waiting for the unit; this one was not started.", kRed);
+        throw OperationRefused();
+    }
+    link_.operations_.push_back(this);
+    number_ = ++link_.begun_;
+}
+
+Operation::~Operation() {
+    leaveMode();
+    if (hourglass_)
+        link_.console_.hourglass(false);
+    std::erase(link_.operations_, this);
+}
+
+void Operation::hourglass() {
+    hourglass_ = true;
+    link_.console_.hourglass(true);
+}
+
+void Operation::enterMode(std::string_view enter, std::string_view leave) {
+    serialSendString(enter);
+    leave_ = leave;
+}
+
+void Operation::leaveMode() {
+    if (!leave_.empty())
+        serialSendString(std::exchange(leave_, {}));
+}
+
+void Operation::serialSendString(std::string_view command) {
+    if (isOver())
+        return;
+    SerialPort& port = link_.port_;
+    try {
+        port.discardInput();
+        for (const char c : command)
+            port.write(c);
+        port.write('\r');
+        port.write('\n');
+        port.flush();
+    } catch (const RuntimeFault&) {  // NOLINT(bugprone-empty-catch): the reader that follows finds out
+    }
+}
+
+std::string Operation::serialGetResponse(int limitUnits, char terminator) {
+    InputWait wait(link_.port_, link_.loop_, limitUnits * kLineUnitMs, [this] { return !isOver(); });
+    std::string text;
+    bool started = false;
+    while (const auto c = wait.next()) {
+        started = started || isStart(*c);
+        if (started && *c == terminator)
+            return text;
+        if (started)
+            text += *c;
+    }
+    return std::string(kError);
+}
+
+std::string Operation::serialGetResponseChars(int limitUnits, int count) {
+    InputWait wait(link_.port_, link_.loop_, limitUnits * kCharsUnitMs, [this] { return !isOver(); });
+    std::string text;
+    bool started = false;
+    while (const auto c = wait.next()) {
+        started = started || isStart(*c);
+        if (started && !isControl(*c))
+            text += *c;
+        if (started && static_cast<int>(text.size()) == count)
+            return text;
+    }
+    return std::string(kError);
+}
+
+std::string Operation::GetActiveAntennaResponse(std::string_view expected) {
+    std::string reply = serialGetResponse(limit::kFirstAntennaLine, kCarriageReturn);
+    if (reply == kError)
+        return reply;
+    for (int further = 0;; ++further) {
+        if (reply.find(expected) != std::string::npos)
+            return reply;
+        if (further == kMostFurtherLines)
+            return std::string(kError);
+        // A silence here counts as one more line: chatter may pause and go on.
+        reply = serialGetResponse(limit::kLine, kCarriageReturn);
+    }
+}
+
+std::string Operation::exchange(std::string_view line, int count) {
+    serialSendString(line);
+    return serialGetResponseChars(limit::kReply, count);
+}
+
+}  // namespace quorvex
