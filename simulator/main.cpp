@@ -9,17 +9,20 @@
 #include <cinttypes>
 #include <cstdio>
 #include <exception>
-#include <fstream>
+#include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "simulator/dump_file.h"
 #include "simulator/options.h"
 #include "simulator/paced_line.h"
 #include "simulator/pty_port.h"
 
 namespace {
 
+using quorvex::sim::DumpFile;
 using quorvex::sim::Options;
 using quorvex::sim::PacedLine;
 using quorvex::sim::PtyPort;
@@ -77,16 +80,6 @@ void printEntry(const TranscriptEntry& entry) {
     std::fflush(stdout);
 }
 
-/// Written aside and renamed, so that a reader finds the whole of it or none.
-void writeDump(const Unit& unit, const std::string& path) {
-    const std::string aside = path + ".new";
-    std::ofstream file(aside, std::ios::trunc);
-    file << unit.dump();
-    file.close();
-    if (!file || std::rename(aside.c_str(), path.c_str()) != 0)
-        throw std::runtime_error("Cannot write the dump " + path + ".");
-}
-
 /// Sleeps until the program speaks, one opens or closes the port, a signal comes or `deadlineNs` is reached
 /// (nothing: no deadline).
 void waitForWork(std::array<pollfd, 2>& watched, std::optional<std::int64_t> deadlineNs,
@@ -105,7 +98,9 @@ void waitForWork(std::array<pollfd, 2>& watched, std::optional<std::int64_t> dea
     }
 }
 
-void serve(Unit& unit, PtyPort& port, const Options& options, const sigset_t& mask) {
+/// Plays the unit until a signal ends it. `dump`: nothing if none is wanted.
+void serve(Unit& unit, PtyPort& port, const Options& options, const std::optional<DumpFile>& dump,
+           const sigset_t& mask) {
     const std::int64_t startNs = monotonicNs();
     PacedLine line(unit, options.baud);
     std::array<pollfd, 2> watched{{{port.userDescriptor(), POLLIN, 0}, {port.dataDescriptor(), POLLIN, 0}}};
@@ -126,10 +121,12 @@ void serve(Unit& unit, PtyPort& port, const Options& options, const sigset_t& ma
                         "nobody reads; bytes are lost"});
         if (dumpRequested != 0) {
             dumpRequested = 0;
-            if (!options.dumpPath.empty())
-                writeDump(unit, options.dumpPath);
+            if (dump)
+                dump->write(unit.dump());
         }
     }
+    if (dump)
+        dump->write(unit.dump());
 }
 
 void run(const Options& options) {
@@ -137,15 +134,17 @@ void run(const Options& options) {
     if (options.traffic)
         unit->setTranscript(printEntry);
     const sigset_t mask = setUpSignals();
+    // Now: that there can be no dump must not turn out at the end.
+    std::optional<DumpFile> dump;
+    if (!options.dumpPath.empty())
+        dump.emplace(options.dumpPath);
     // The default of 50 us would add up over the bytes of a reply.
     prctl(PR_SET_TIMERSLACK, 1UL);
     PtyPort port(options.linkPath);
     std::printf("%s ready on %s (%s)\n", describe(options).c_str(), options.linkPath.c_str(),
                 port.devicePath().c_str());
     std::fflush(stdout);
-    serve(*unit, port, options, mask);
-    if (!options.dumpPath.empty())
-        writeDump(*unit, options.dumpPath);
+    serve(*unit, port, options, dump, mask);
 }
 
 }  // namespace

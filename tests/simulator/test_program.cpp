@@ -1,5 +1,6 @@
 #include <signal.h>
 
+#include <QDir>
 #include <QElapsedTimer>
 #include <QFile>
 #include <QFileInfo>
@@ -35,6 +36,16 @@ QByteArray contents(const QString& path) {
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+bool write(const QString& path, const QByteArray& text) {
+    QFile file(path);
+    return file.open(QIODevice::WriteOnly) && file.write(text) == text.size();
+}
+
+QStringList namesIn(const QString& folder) {
+    return QDir(folder).entryList(QDir::AllEntries | QDir::System | QDir::Hidden | QDir::NoDotAndDotDot,
+                                  QDir::Name);
+}
+
 }  // namespace
 
 /// The built program, through its pseudo-terminal.
@@ -52,7 +63,10 @@ private Q_SLOTS:
     void nothingGathersWhileThePortIsClosed();
     void survivesAProgramThatDoesNotRead();
     void dumps();
+    void dumpThatCannotBeWritten_data();
     void dumpThatCannotBeWritten();
+    void dumpWhoseFolderGoes();
+    void leavesAnOldDumpUntilTheFirst();
     void showsTraffic();
     void outlivesTheReaderOfItsTraffic();
     void keepsThePace();
@@ -207,12 +221,59 @@ void TestProgram::dumps() {
     QCOMPARE(contents(dump), "01=07\n02=28\n05=0C\n06=03\n");
 }
 
+void TestProgram::dumpThatCannotBeWritten_data() {
+    QTest::addColumn<QString>("dump");
+    QTest::addColumn<QByteArray>("reason");
+    QTest::newRow("absent folder") << "nowhere/dump" << QByteArray("No such file or directory");
+    QTest::newRow("folder without rights") << "closed/dump" << QByteArray("Permission denied");
+    QTest::newRow("folder") << "folder" << QByteArray("it is a folder");
+    QTest::newRow("file as folder") << "file/dump" << QByteArray("Not a directory");
+    QTest::newRow("device") << "/dev/null" << QByteArray("it is no file");
+}
+
 void TestProgram::dumpThatCannotBeWritten() {
-    start({"antenna", "--dump", path("nowhere/dump")});
+    QFETCH(QString, dump);
+    QFETCH(QByteArray, reason);
+    QVERIFY(QDir(folder_->path()).mkdir("folder"));
+    QVERIFY(write(path("file"), "kept"));
+    QVERIFY(QDir(folder_->path()).mkdir("closed"));
+    QVERIFY(write(path("closed/dump"), "kept"));
+    QVERIFY(QFile::setPermissions(path("closed"), QFile::ReadOwner | QFile::ExeOwner));
+    if (dump.startsWith("closed") && QFileInfo(path("closed")).isWritable())
+        QSKIP("Nothing is closed to this user.");
+    const QString target = QDir(folder_->path()).absoluteFilePath(dump);
+    program_->setArguments({"antenna", "--link", link_, "--dump", target});
+    program_->start();
+    QVERIFY(program_->waitForFinished(kLimitMs));
+    QCOMPARE(program_->exitCode(), 1);
+    QCOMPARE(program_->readAllStandardError(),
+             "quorvex-simulator: Cannot write the dump " + target.toLocal8Bit() + ": " + reason + ".\n");
+    QCOMPARE(program_->readAllStandardOutput(), "");
+    QCOMPARE(namesIn(folder_->path()), QStringList({"closed", "file", "folder"}));
+    QCOMPARE(namesIn(path("folder")), QStringList());
+    QCOMPARE(namesIn(path("closed")), QStringList("dump"));
+    QCOMPARE(contents(path("file")), "kept");
+    QCOMPARE(contents(path("closed/dump")), "kept");
+}
+
+void TestProgram::dumpWhoseFolderGoes() {
+    QVERIFY(QDir(folder_->path()).mkdir("folder"));
+    start({"antenna", "--dump", path("folder/dump")});
+    QVERIFY(QDir(folder_->path()).rmdir("folder"));
     QVERIFY(endsBy(*program_, SIGTERM));
     QCOMPARE(program_->exitCode(), 1);
     QVERIFY(program_->readAllStandardError().contains("Cannot write the dump"));
     QVERIFY(!QFileInfo(link_).isSymLink());
+}
+
+void TestProgram::leavesAnOldDumpUntilTheFirst() {
+    QVERIFY(write(path("dump"), "old"));
+    start({"antenna", "--module", "rm5", "--dump", path("dump")});
+    QCOMPARE(contents(path("dump")), "old");
+    QCOMPARE(namesIn(folder_->path()), QStringList({"dump", "port"}));
+    QVERIFY(endsBy(*program_, SIGTERM));
+    QCOMPARE(contents(path("dump")), "01=21\n02=28\n05=0C\n06=03\n");
+    QCOMPARE(namesIn(folder_->path()), QStringList("dump"));
 }
 
 void TestProgram::showsTraffic() {
