@@ -33,8 +33,9 @@ need_packages() {
 
     heading "Installing missing packages (this takes a while): ${missing[*]}"
     if [[ $EUID -ne 0 ]]; then
-        [[ -n $(type -P sudo) ]] || fail "sudo is missing; as root run: apt-get install ${missing[*]}"
-        sudo -v || fail "sudo gave no root rights; as root run: apt-get install ${missing[*]}"
+        local by_hand="as root run: apt-get update && apt-get install ${missing[*]}"
+        [[ -n $(type -P sudo) ]] || fail "sudo is missing; $by_hand"
+        sudo -v || fail "sudo gave no root rights; $by_hand"
     fi
     local log reason lists_are_fresh=true
     log=$(mktemp)
