@@ -5,6 +5,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
 #include <memory>
@@ -238,7 +239,9 @@ void TestProgram::dumpThatCannotBeWritten() {
     QVERIFY(write(path("file"), "kept"));
     QVERIFY(QDir(folder_->path()).mkdir("closed"));
     QVERIFY(write(path("closed/dump"), "kept"));
+    const auto open = QFile::permissions(path("closed"));
     QVERIFY(QFile::setPermissions(path("closed"), QFile::ReadOwner | QFile::ExeOwner));
+    const auto reopen = qScopeGuard([&] { QFile::setPermissions(path("closed"), open); });
     if (dump.startsWith("closed") && QFileInfo(path("closed")).isWritable())
         QSKIP("Nothing is closed to this user.");
     const QString target = QDir(folder_->path()).absoluteFilePath(dump);
