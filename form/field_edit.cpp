@@ -59,7 +59,7 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
         QLineEdit::keyPressEvent(event);
         return;
     }
-    const QString passed = pass(typed);
+    const QString passed = filteredText(typed);
     if (passed == typed) {
         QLineEdit::keyPressEvent(event);
     } else if (!passed.isEmpty()) {
@@ -68,16 +68,16 @@ void FieldEdit::keyPressEvent(QKeyEvent* event) {
     }
 }
 
-QString FieldEdit::pass(const QString& typed) {
+QString FieldEdit::filteredText(const QString& typed) {
     QString passed;
     for (const QChar character : typed) {
-        if (const char16_t left = pass(character.unicode()))
+        if (const char16_t left = filteredCharacter(character.unicode()))
             passed += QChar(left);
     }
     return passed;
 }
 
-char16_t FieldEdit::pass(char16_t typed) {
+char16_t FieldEdit::filteredCharacter(char16_t typed) {
     const char16_t passed = filter_ ? filter_(typed) : typed;
     if (keyPress_)
         guarded([this, passed] { keyPress_(passed); });
@@ -87,7 +87,7 @@ char16_t FieldEdit::pass(char16_t typed) {
 void FieldEdit::inputMethodEvent(QInputMethodEvent* event) {
     // Characters composed of several keys are typed too.
     QInputMethodEvent filtered(event->preeditString(), event->attributes());
-    filtered.setCommitString(pass(event->commitString()), event->replacementStart(),
+    filtered.setCommitString(filteredText(event->commitString()), event->replacementStart(),
                              event->replacementLength());
     QLineEdit::inputMethodEvent(&filtered);
 }

@@ -26,9 +26,9 @@ protected:
 
 private:
     /// The character as the filter leaves it, after the handler has been told; 0 if it is swallowed.
-    char16_t pass(char16_t typed);
+    char16_t filteredCharacter(char16_t typed);
     /// Each character of a text in turn.
-    QString pass(const QString& typed);
+    QString filteredText(const QString& typed);
 
     char16_t (*filter_)(char16_t) = nullptr;
     std::function<void(char16_t)> keyPress_;

@@ -8,7 +8,7 @@
 namespace quorvex {
 
 void QtConsole::status(std::string_view text, Colour colour) {
-    statusLine_.show(fromUtf8(text), colour);
+    statusLine_.tell(fromUtf8(text), colour);
 }
 
 void QtConsole::messageBox(std::string_view text, Icon icon, std::string_view title) {

@@ -10,10 +10,10 @@ StatusLine::StatusLine(QWidget* parent) : QLabel(parent) {
     setAutoFillBackground(true);
     // A text longer than the line must not widen the window.
     setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Fixed);
-    show({}, kBlack);
+    tell({}, kBlack);
 }
 
-void StatusLine::show(const QString& text, Colour colour) {
+void StatusLine::tell(const QString& text, Colour colour) {
     QPalette colours = palette();
     colours.setColor(QPalette::Window, QColor(252, 252, 248));
     colours.setColor(QPalette::WindowText,

@@ -11,7 +11,7 @@ namespace quorvex {
 class StatusLine : public QLabel {
 public:
     explicit StatusLine(QWidget* parent = nullptr);
-    void show(const QString& text, Colour colour);
+    void tell(const QString& text, Colour colour);
 };
 
 }  // namespace quorvex
