@@ -110,7 +110,6 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
         kirkOnly_.push_back(
             place("LabelRssiThr", "RSSI Thr:", editRssi_, {kLeft, kTopRssi + 3, kLabelWidth, kLabelHeight}));
     }
-    freqLabel_->setBuddy(editFreq_);
     calibrate_->setGeometry(kButton);
     std::vector<QWidget*> chain{editFm_, editTx_, editFreq_, editRx_};
     if (editRssi_)

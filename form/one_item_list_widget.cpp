@@ -23,7 +23,6 @@ OneItemListWidget::OneItemListWidget(QWidget* parent) : QListWidget(parent) {
     setUniformItemSizes(true);
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
     connect(verticalScrollBar(), &QScrollBar::valueChanged, this, [this](int index) {
-        const QScopedValueRollback guard(positioning_, positioning_);
         setCurrentRow(index, QItemSelectionModel::NoUpdate);
         if (!positioning_)
             Q_EMIT scrolled();
