@@ -1,14 +1,13 @@
 #include "calibration/calib_frame_widget.h"
 
-#include <cmath>
-
+#include "form/fixed_places.h"
 #include "form/make.h"
 
 namespace quorvex {
 
-namespace {
+using namespace std::string_literals;
 
-constexpr double kTwipsPerPixel = 15;
+namespace {
 
 // Places in logical pixels from the frame's corner.
 constexpr int kLeft = 8;
@@ -21,74 +20,48 @@ constexpr int kLabelWidth = kSingleColumn - kLeft - 4;
 constexpr QSize kFrameSize{204, 206};  ///< the least width; the height is fixed
 constexpr QRect kButton{8, 170, 188, 28};
 
-int pixels(Twips twips) {
-    return static_cast<int>(std::lround(twips.value / kTwipsPerPixel));
-}
-
-/// Labels stand at fixed places: a face too wide for the place is set smaller.
-void fitFace(QLabel* label) {
-    QFont face = label->font();
-    while (QFontMetrics(face).horizontalAdvance(label->text()) > label->width() && face.pointSizeF() > 6)
-        face.setPointSizeF(face.pointSizeF() - 0.5);
-    label->setFont(face);
+/// The name of a field or label: "TextFreqAdjRxA" is the one of `part` "FreqAdjRx" of module A.
+std::string named(const char* kind, const std::string& part, const CalibFrameWidget::Names& names) {
+    return kind + part + names.suffix;
 }
 
 }  // namespace
 
-const CalibFrameWidget::Names CalibFrameWidget::kBeltpack{"Radio Module Calibration",
-                                                          "FM Dev:",
-                                                          "TextFMDev",
-                                                          "TextFreqAccr",
-                                                          "TextFreqAccrRx",
-                                                          "TextFreqAccrTx",
-                                                          "LabelFreqAccr",
-                                                          "LabelTx",
-                                                          "LabelMid",
-                                                          "LabelRx",
-                                                          "TextRssiThr",
-                                                          "CommandCalibBp",
-                                                          "Calibrate Beltpack",
-                                                          true};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleA{"Module A (Timeslots 0, 4, 8)",
-                                                         "FM Deviation:",
-                                                         "TextFmDevA",
-                                                         "TextFreqAdjA",
-                                                         "TextFreqAdjRxA",
-                                                         "TextFreqAdjTxA",
-                                                         "LabelFreqAdjA",
-                                                         "LabelTxA",
-                                                         "LabelMidA",
-                                                         "LabelRxA",
-                                                         nullptr,
-                                                         "CommandCalibAAA",
-                                                         "Calibrate Module A",
-                                                         false};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleB{"Module B (Timeslots 2, 6, 10)",
-                                                         "FM Deviation:",
-                                                         "TextFmDevB",
-                                                         "TextFreqAdjB",
-                                                         "TextFreqAdjRxB",
-                                                         "TextFreqAdjTxB",
-                                                         "LabelFreqAdjB",
-                                                         "LabelTxB",
-                                                         "LabelMidB",
-                                                         "LabelRxB",
-                                                         nullptr,
-                                                         "CommandCalibAAB",
-                                                         "Calibrate Module B",
-                                                         false};
+const CalibFrameWidget::Names CalibFrameWidget::kBeltpack{.title = "Radio Module Calibration",
+                                                          .fmCaption = "FM Dev:",
+                                                          .fmField = "TextFMDev",
+                                                          .frequency = "FreqAccr",
+                                                          .suffix = "",
+                                                          .button = "CommandCalibBp",
+                                                          .buttonHover = "Calibrate Beltpack",
+                                                          .isBeltpack = true};
+const CalibFrameWidget::Names CalibFrameWidget::kModuleA{.title = "Module A (Timeslots 0, 4, 8)",
+                                                         .fmCaption = "FM Deviation:",
+                                                         .fmField = "TextFmDevA",
+                                                         .frequency = "FreqAdj",
+                                                         .suffix = "A",
+                                                         .button = "CommandCalibAAA",
+                                                         .buttonHover = "Calibrate Module A"};
+const CalibFrameWidget::Names CalibFrameWidget::kModuleB{.title = "Module B (Timeslots 2, 6, 10)",
+                                                         .fmCaption = "FM Deviation:",
+                                                         .fmField = "TextFmDevB",
+                                                         .frequency = "FreqAdj",
+                                                         .suffix = "B",
+                                                         .button = "CommandCalibAAB",
+                                                         .buttonHover = "Calibrate Module B"};
 
 CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     : QGroupBox(QString::fromLatin1(names.title), parent),
-      movesFreqLabel_(names.movesFreqLabel),
-      editFm_(placeField(names.fmDeviation, {kSingleColumn, kTopFm})),
-      editFreq_(placeField(names.freqAccuracy, {kSingleColumn, kTopFreq})),
-      editTx_(placeField(names.freqAccuracyTx, {kColumnTx, kTopKirk})),
-      editRx_(placeField(names.freqAccuracyRx, {kColumnRx, kTopKirk})),
-      editRssi_(names.rssiThreshold ? placeField(names.rssiThreshold, {kSingleColumn, kTopRssi}) : nullptr),
-      freqLabel_(place(names.freqLabel, "Frequency Accuracy:", editFreq_,
+      isBeltpack_(names.isBeltpack),
+      editFm_(placeField(names.fmField, {kSingleColumn, kTopFm})),
+      editFreq_(placeField(named("Text", names.frequency, names), {kSingleColumn, kTopFreq})),
+      editTx_(placeField(named("Text", names.frequency + "Tx"s, names), {kColumnTx, kTopKirk})),
+      editRx_(placeField(named("Text", names.frequency + "Rx"s, names), {kColumnRx, kTopKirk})),
+      editRssi_(isBeltpack_ ? placeField("TextRssiThr", {kSingleColumn, kTopRssi}) : nullptr),
+      freqLabel_(place(named("Label", names.frequency, names), "Frequency Accuracy:", editFreq_,
                        {kLeft, kFreqLabelTop, kLabelWidth, kLabelHeight})),
       calibrate_(makeButton(this, names.button, "Calibrate", names.buttonHover)),
+      kirkOnly_{editTx_, editRx_},
       fmDeviation_(editFm_),
       freqAccuracy_(editFreq_),
       freqAccuracyRx_(editRx_),
@@ -97,19 +70,7 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     setMinimumSize(kFrameSize);
     setFixedHeight(kFrameSize.height());
     place("", names.fmCaption, editFm_, {kLeft, kTopFm + 3, kLabelWidth, kLabelHeight});
-    kirkOnly_ = {editTx_, editRx_};
-    for (auto [name, caption, buddy, left] : {std::tuple{names.labelTx, "Tx", editTx_, kColumnTx},
-                                              std::tuple{names.labelMid, "Mid", editFreq_, kColumnMid},
-                                              std::tuple{names.labelRx, "Rx", editRx_, kColumnRx}}) {
-        QLabel* label = place(name, caption, buddy, {left, kTopKirkLabels, kFieldWidth, kLabelHeight});
-        label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
-        kirkOnly_.push_back(label);
-    }
-    if (editRssi_) {
-        kirkOnly_.push_back(editRssi_);
-        kirkOnly_.push_back(
-            place("LabelRssiThr", "RSSI Thr:", editRssi_, {kLeft, kTopRssi + 3, kLabelWidth, kLabelHeight}));
-    }
+    placeKirkLabels(names);
     calibrate_->setGeometry(kButton);
     std::vector<QWidget*> chain{editFm_, editTx_, editFreq_, editRx_};
     if (editRssi_)
@@ -120,15 +81,30 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
         control->setVisible(false);
 }
 
-QLabel* CalibFrameWidget::place(const char* name, const char* caption, QWidget* buddy, QRect at) {
-    QLabel* label = makeLabel(this, name, caption, buddy);
+void CalibFrameWidget::placeKirkLabels(const Names& names) {
+    for (auto [part, buddy, left] :
+         {std::tuple{"Tx", editTx_, kColumnTx}, {"Mid", editFreq_, kColumnMid}, {"Rx", editRx_, kColumnRx}}) {
+        QLabel* label = place(named("Label", part, names), part, buddy,
+                              {left, kTopKirkLabels, kFieldWidth, kLabelHeight});
+        label->setAlignment(Qt::AlignHCenter | Qt::AlignTop);
+        kirkOnly_.push_back(label);
+    }
+    if (editRssi_) {
+        kirkOnly_.push_back(editRssi_);
+        kirkOnly_.push_back(
+            place("LabelRssiThr", "RSSI Thr:", editRssi_, {kLeft, kTopRssi + 3, kLabelWidth, kLabelHeight}));
+    }
+}
+
+QLabel* CalibFrameWidget::place(const std::string& name, const char* caption, QWidget* buddy, QRect at) {
+    QLabel* label = makeLabel(this, name.c_str(), caption, buddy);
     label->setGeometry(at);
-    fitFace(label);
+    label->setFont(fittingFace(label->font(), {{label->text(), label->width()}}));
     return label;
 }
 
-FieldEdit* CalibFrameWidget::placeField(const char* name, QPoint at) {
-    FieldEdit* field = makeField(this, name, 3);
+FieldEdit* CalibFrameWidget::placeField(const std::string& name, QPoint at) {
+    FieldEdit* field = makeField(this, name.c_str(), 3);
     field->setFixedSize(kFieldWidth, kFieldHeight);
     field->move(at);
     return field;
@@ -142,9 +118,9 @@ void CalibFrameWidget::apply(const CalibLayout& layout) {
     calibrate_->setText(QString::fromStdString(layout.buttonCaption));
     for (QWidget* control : kirkOnly_)
         control->setVisible(layout.kirkControls);
-    editFreq_->move(pixels(layout.midLeft), pixels(layout.midTop));
-    if (movesFreqLabel_)
-        freqLabel_->move(freqLabel_->x(), pixels(layout.labelTop));
+    editFreq_->move(pixels(layout.midLeft.value), pixels(layout.midTop.value));
+    if (isBeltpack_)
+        freqLabel_->move(freqLabel_->x(), pixels(layout.labelTop.value));
 }
 
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 #include <QLabel>
 #include <QPushButton>
 #include <functional>
+#include <string>
 #include <vector>
 
 #include "calibration/calib_run.h"
@@ -21,11 +22,13 @@ public:
     struct Names {
         const char* title;
         const char* fmCaption;
-        const char *fmDeviation, *freqAccuracy, *freqAccuracyRx, *freqAccuracyTx;
-        const char *freqLabel, *labelTx, *labelMid, *labelRx;
-        const char* rssiThreshold;  ///< null where the frame has none
-        const char *button, *buttonHover;
-        bool movesFreqLabel;
+        const char* fmField;
+        const char* frequency;  ///< what the names of the frequency fields have in common
+        const char* suffix;     ///< at the end of the names of fields and labels
+        const char* button;
+        const char* buttonHover;
+        /// It alone has a threshold field, and the layout moves its label of the frequency.
+        bool isBeltpack = false;
     };
     static const Names kBeltpack;
     static const Names kModuleA;
@@ -47,10 +50,11 @@ public:
     void onCalibrate(std::function<void()> handler);
 
 private:
-    QLabel* place(const char* name, const char* caption, QWidget* buddy, QRect at);
-    FieldEdit* placeField(const char* name, QPoint at);
+    QLabel* place(const std::string& name, const char* caption, QWidget* buddy, QRect at);
+    FieldEdit* placeField(const std::string& name, QPoint at);
+    void placeKirkLabels(const Names& names);
 
-    bool movesFreqLabel_;
+    bool isBeltpack_;
     FieldEdit *editFm_, *editFreq_, *editTx_, *editRx_, *editRssi_ = nullptr;
     QLabel* freqLabel_;
     QPushButton* calibrate_;

@@ -2,9 +2,9 @@
 
 #include <QEvent>
 #include <QKeyEvent>
-#include <algorithm>
 #include <chrono>
 
+#include "form/fixed_places.h"
 #include "form/guard.h"
 #include "form/key_filter.h"
 #include "form/make.h"
@@ -17,13 +17,8 @@ namespace {
 
 constexpr std::chrono::milliseconds kTick{400};
 constexpr int kThresholdCharacters = 10;
-constexpr int kTwipsPerPixel = 15;
 constexpr int kLabelHeightTwips = 255;
 constexpr QSize kDialogTwips{4815, 4500};
-
-int pixels(int twips) {
-    return (twips + kTwipsPerPixel / 2) / kTwipsPerPixel;
-}
 
 /// What moves a slider.
 bool isByHand(const QEvent& event) {
@@ -37,10 +32,6 @@ bool isByHand(const QEvent& event) {
         default:
             return false;
     }
-}
-
-QRect pixels(QRect twips) {
-    return {pixels(twips.x()), pixels(twips.y()), pixels(twips.width()), pixels(twips.height())};
 }
 
 }  // namespace
@@ -180,23 +171,12 @@ void FormCalib::buildButtons() {
         control->installEventFilter(this);
 }
 
-/// The places are fixed: a face too wide for the tightest of them is set smaller everywhere.
+/// One face for the whole dialog: the widest texts of the tightest places decide.
 void FormCalib::fitFaces() {
-    struct Place {
-        const char* text;
-        int twips;
-    };
-    constexpr Place kTightest[] = {{"RSSI -80.5dBm Threshold - Decimal", 2895 - 120},
-                                   {"DC Bal: No Conn", 1335},
-                                   {"Transmit:", 720},
-                                   {"Receive:", 720}};
-    QFont face = font();
-    const auto fits = [&face](const Place& place) {
-        return QFontMetrics(face).horizontalAdvance(QLatin1String(place.text)) <= pixels(place.twips);
-    };
-    while (!std::all_of(std::begin(kTightest), std::end(kTightest), fits) && face.pointSizeF() > 5)
-        face.setPointSizeF(face.pointSizeF() - 0.25);
-    setFont(face);
+    setFont(fittingFace(font(), {{frameRssiThreshold_->title(), pixels(2895 - 120)},
+                                 {QStringLiteral("DC Bal: No Conn"), pixels(1335)},
+                                 {QStringLiteral("Transmit:"), pixels(720)},
+                                 {QStringLiteral("Receive:"), pixels(720)}}));
 }
 
 void FormCalib::handle(const std::function<void()>& handler) {
