@@ -1,7 +1,6 @@
 #include "calibration/form_calib.h"
 
 #include <QEvent>
-#include <QKeyEvent>
 #include <chrono>
 
 #include "form/fixed_places.h"
@@ -20,19 +19,23 @@ constexpr int kThresholdCharacters = 10;
 constexpr int kLabelHeightTwips = 255;
 constexpr QSize kDialogTwips{4815, 4500};
 
-/// What moves a slider.
-bool isByHand(const QEvent& event) {
-    switch (event.type()) {
-        case QEvent::KeyPress:
-        case QEvent::MouseButtonPress:
-        case QEvent::MouseButtonDblClick:
-        case QEvent::MouseMove:
-        case QEvent::Wheel:
-            return true;
-        default:
-            return false;
+/// Shows a value and is moved by the program alone: neither by mouse nor wheel nor keys, whoever sends them.
+class ShowingSlider : public QSlider {
+public:
+    explicit ShowingSlider(QWidget* parent) : QSlider(parent) {
+        setFocusPolicy(Qt::NoFocus);
+        setAttribute(Qt::WA_TransparentForMouseEvents);
     }
-}
+
+protected:
+    bool event(QEvent* event) override { return isByHand(event->type()) || QSlider::event(event); }
+
+private:
+    static bool isByHand(QEvent::Type type) {
+        return type == QEvent::KeyPress || type == QEvent::MouseButtonPress ||
+               type == QEvent::MouseButtonDblClick || type == QEvent::MouseMove || type == QEvent::Wheel;
+    }
+};
 
 }  // namespace
 
@@ -43,32 +46,18 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
       frameKirk_(frame("FrameKirk", "Frequency Accuracy / DC Balance", {120, 1320, 4575, 1935})),
       frameRssiThreshold_(
           frame("FrameRssiThreshold", "RSSI -80.5dBm Threshold - Decimal", {120, 3480, 2895, 855})),
-      fmDev_(slider(frame1_, "SliderFmDev", {120, 360, 3855, 375}, 0, 63),
-             label(frame1_, "LabelFmDevValue", "1", {4080, 400}, 375),
-             [this] { handle([this] { tuning_.SliderFmDev_Change(); }); }),
-      freqAccr_(slider(frameRm5_, "SliderFreqAccr", {120, 360, 3855, 375}, -7, 7),
-                label(frameRm5_, "LabelFreqAccrValue", "1", {4080, 400}, 375),
-                [this] { handle([this] { tuning_.SliderFreqAccr_Change(); }); }),
-      tx_(
-          slider(frameKirk_, "SliderTx", {120, 480, 1455, 375}, 0, 7),
-          label(frameKirk_, "LabelTxValue", "0", {1200, 300}, 315),
-          [this] { handle([this] { tuning_.SliderTx_Change(); }); }, [this] { tuning_.SliderTx_Scroll(); }),
-      mid_(slider(frameKirk_, "SliderMid", {1560, 480, 1455, 375}, 0, 7),
-           label(frameKirk_, "LabelMidValue", "0", {2280, 300}, 315),
-           [this] { handle([this] { tuning_.SliderMid_Change(); }); }),
-      rx_(
-          slider(frameKirk_, "SliderRx", {3000, 480, 1455, 375}, 0, 7),
-          label(frameKirk_, "LabelRxValue", "0", {4080, 300}, 315),
-          [this] { handle([this] { tuning_.SliderRx_Change(); }); }, [this] { tuning_.SliderRx_Scroll(); }),
-      sliderDcBalance_(slider(frameKirk_, "SliderDCBalance", {240, 1080, 4095, 375}, 0, 200)),
+      fmDev_(wideSlider(frame1_, "FmDev", 0, 63, &CalibTuning::SliderFmDev_Change)),
+      freqAccr_(wideSlider(frameRm5_, "FreqAccr", -7, 7, &CalibTuning::SliderFreqAccr_Change)),
+      tx_(kirkSlider("Tx", 120, 1200, &CalibTuning::SliderTx_Change, &CalibTuning::SliderTx_Scroll)),
+      mid_(kirkSlider("Mid", 1560, 2280, &CalibTuning::SliderMid_Change)),
+      rx_(kirkSlider("Rx", 3000, 4080, &CalibTuning::SliderRx_Change, &CalibTuning::SliderRx_Scroll)),
+      sliderDcBalance_(setUp(new ShowingSlider(frameKirk_), QStringLiteral("SliderDCBalance"),
+                             {240, 1080, 4095, 375}, 0, 200)),
       labelRssi_(label(frameKirk_, "LabelRssi", "RSSI:", {120, 1560}, 1935)),
       labelDcBal_(label(frameKirk_, "LabelDcBal", "DC Bal:", {3120, 1560}, 1335)),
       textRssiThr_(makeField(frameRssiThreshold_, "TextRssiThr", kThresholdCharacters,
                              "Set to 255 for non-USA Beltpacks")),
       rssiThreshold_(textRssiThr_),
-      cmdSetRssiThr_(makeButton(frameRssiThreshold_, "CmdSetRssiThr", "&Update", "Send RF Carriers To BP")),
-      commandOk_(makeButton(this, "CommandOK", "&OK")),
-      commandCancel_(makeButton(this, "CommandCancel", "&Cancel")),
       timer1_(new QTimer(this)),
       tuning_(link, store, *this, {fmDev_, freqAccr_, tx_, mid_, rx_, rssiThreshold_}, result) {
     setObjectName(QStringLiteral("FormCalib"));
@@ -77,12 +66,11 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
     label(frameKirk_, "Label2", "Mid:", {1920, 300}, 360);
     label(frameKirk_, "Label3", "Receive:", {3360, 300}, 720);
     buildDcBalance();
-    buildButtons();
+    buildThreshold();
+    button(this, "CommandOK", "&OK", {3240, 3480, 1455, 375}, &CalibTuning::CommandOK_Click);
+    button(this, "CommandCancel", "&Cancel", {3240, 3960, 1455, 375}, &CalibTuning::CommandCancel_Click);
     fitFaces();
-    timer1_->setObjectName(QStringLiteral("Timer1"));
-    timer1_->setInterval(kTick);
-    timer1_->setTimerType(Qt::PreciseTimer);
-    connect(timer1_, &QTimer::timeout, this, [this] { handle([this] { tuning_.Timer1_Timer(); }); });
+    buildTimer();
     tuning_.load();
 }
 
@@ -100,13 +88,36 @@ QLabel* FormCalib::label(QWidget* parent, const char* name, const char* caption,
     return made;
 }
 
-QSlider* FormCalib::slider(QWidget* parent, const char* name, QRect twips, int lowest, int highest) {
-    auto* made = new QSlider(Qt::Horizontal, parent);
-    made->setObjectName(QString::fromLatin1(name));
+QSlider* FormCalib::setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest) {
+    slider->setOrientation(Qt::Horizontal);
+    slider->setObjectName(name);
+    slider->setGeometry(pixels(twips));
+    slider->setRange(lowest, highest);
+    slider->setPageStep(1);
+    slider->setTickPosition(QSlider::TicksBelow);
+    return slider;
+}
+
+LabelledSlider FormCalib::wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
+                                     Handler changed) {
+    return {setUp(new QSlider(parent), fromLatin1("Slider" + name), {120, 360, 3855, 375}, lowest, highest),
+            label(parent, ("Label" + name + "Value").c_str(), "1", {4080, 400}, 375), handled(changed)};
+}
+
+LabelledSlider FormCalib::kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips,
+                                     Handler changed, Handler scrolled) {
+    return {setUp(new QSlider(frameKirk_), fromLatin1("Slider" + name), {leftTwips, 480, 1455, 375}, 0, 7),
+            label(frameKirk_, ("Label" + name + "Value").c_str(), "0", {valueLeftTwips, 300}, 315),
+            handled(changed), scrolled ? handled(scrolled) : nullptr};
+}
+
+QPushButton* FormCalib::button(QWidget* parent, const char* name, const char* caption, QRect twips,
+                               Handler pressed) {
+    QPushButton* made = makeButton(parent, name, caption);
     made->setGeometry(pixels(twips));
-    made->setRange(lowest, highest);
-    made->setPageStep(1);
-    made->setTickPosition(QSlider::TicksBelow);
+    // Enter in the threshold field sends the threshold; it must not press a button besides.
+    made->setAutoDefault(false);
+    connect(made, &QPushButton::clicked, this, handled(pressed));
     return made;
 }
 
@@ -115,10 +126,6 @@ void FormCalib::buildDcBalance() {
     sliderDcBalance_->setTickInterval(10);
     sliderDcBalance_->setValue(100);
     sliderDcBalance_->setAccessibleName(QStringLiteral("DC balance"));
-    // It only shows: neither the mouse nor a key moves it.
-    sliderDcBalance_->setFocusPolicy(Qt::NoFocus);
-    sliderDcBalance_->setAttribute(Qt::WA_TransparentForMouseEvents);
-    sliderDcBalance_->installEventFilter(this);
     label(frameKirk_, "Label6", "0", {2235, 1560}, 240);
 }
 
@@ -142,7 +149,7 @@ void FormCalib::drawScale() {
     }
 }
 
-void FormCalib::buildButtons() {
+void FormCalib::buildThreshold() {
     const QRect field = pixels(QRect(120, 360, 1335, 375));
     textRssiThr_->setFixedSize(field.size());
     textRssiThr_->move(field.topLeft());
@@ -151,24 +158,16 @@ void FormCalib::buildButtons() {
     textRssiThr_->setKeyFilter(upToNine);
     textRssiThr_->onKeyPress(
         [this](char16_t key) { handle([this, key] { tuning_.TextRssiThr_KeyPress(key); }); });
-    cmdSetRssiThr_->setGeometry(pixels(QRect(1680, 360, 975, 375)));
-    commandOk_->setGeometry(pixels(QRect(3240, 3480, 1455, 375)));
-    commandCancel_->setGeometry(pixels(QRect(3240, 3960, 1455, 375)));
-    // Enter in the threshold field sends the threshold; it must not press a button besides.
-    for (QPushButton* button : {cmdSetRssiThr_, commandOk_, commandCancel_})
-        button->setAutoDefault(false);
-    const auto onPress = [this](QPushButton* button, void (CalibTuning::*handler)()) {
-        connect(button, &QPushButton::clicked, this,
-                [this, handler] { handle([&] { (tuning_.*handler)(); }); });
-    };
-    onPress(cmdSetRssiThr_, &CalibTuning::CmdSetRssiThr_Click);
-    onPress(commandOk_, &CalibTuning::CommandOK_Click);
-    onPress(commandCancel_, &CalibTuning::CommandCancel_Click);
-    const QList<QWidget*> hooked{commandOk_, commandCancel_,
-                                 findChild<QSlider*>(QStringLiteral("SliderFmDev")),
-                                 findChild<QSlider*>(QStringLiteral("SliderFreqAccr"))};
-    for (QWidget* control : hooked)
-        control->installEventFilter(this);
+    button(frameRssiThreshold_, "CmdSetRssiThr", "&Update", {1680, 360, 975, 375},
+           &CalibTuning::CmdSetRssiThr_Click)
+        ->setToolTip(QStringLiteral("Send RF Carriers To BP"));
+}
+
+void FormCalib::buildTimer() {
+    timer1_->setObjectName(QStringLiteral("Timer1"));
+    timer1_->setInterval(kTick);
+    timer1_->setTimerType(Qt::PreciseTimer);
+    connect(timer1_, &QTimer::timeout, this, handled(&CalibTuning::Timer1_Timer));
 }
 
 /// One face for the whole dialog: the widest texts of the tightest places decide.
@@ -177,6 +176,10 @@ void FormCalib::fitFaces() {
                                  {QStringLiteral("DC Bal: No Conn"), pixels(1335)},
                                  {QStringLiteral("Transmit:"), pixels(720)},
                                  {QStringLiteral("Receive:"), pixels(720)}}));
+}
+
+std::function<void()> FormCalib::handled(Handler handler) {
+    return [this, handler] { handle([this, handler] { (tuning_.*handler)(); }); };
 }
 
 void FormCalib::handle(const std::function<void()>& handler) {
@@ -207,14 +210,6 @@ void FormCalib::unload() {
 
 void FormCalib::reject() {
     handle([this] { tuning_.CommandCancel_Click(); });
-}
-
-bool FormCalib::eventFilter(QObject* watched, QEvent* event) {
-    if (watched == sliderDcBalance_)
-        return isByHand(*event);
-    if (event->type() == QEvent::KeyPress)
-        CalKeyHook(static_cast<QKeyEvent*>(event)->key());
-    return QDialog::eventFilter(watched, event);
 }
 
 std::string FormCalib::caption() const {

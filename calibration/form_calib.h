@@ -30,10 +30,9 @@ public:
 
     void reject() override;
 
-protected:
-    bool eventFilter(QObject* watched, QEvent* event) override;
-
 private:
+    using Handler = void (CalibTuning::*)();
+
     std::string caption() const override;
     void setCaption(const std::string& caption) override;
     void showKirkFrame(bool shown) override;
@@ -46,14 +45,25 @@ private:
 
     QGroupBox* frame(const char* name, const char* caption, QRect twips);
     QLabel* label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips);
-    QSlider* slider(QWidget* parent, const char* name, QRect twips, int lowest, int highest);
+    static QSlider* setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest);
+    /// "SliderFmDev" and its label "LabelFmDevValue" for the name "FmDev".
+    LabelledSlider wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
+                              Handler changed);
+    /// One of the three beside each other in the frame of a Kirk.
+    LabelledSlider kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips, Handler changed,
+                              Handler scrolled = nullptr);
+    QPushButton* button(QWidget* parent, const char* name, const char* caption, QRect twips, Handler pressed);
     void drawScale();
     void buildDcBalance();
-    void buildButtons();
+    void buildThreshold();
+    void buildTimer();
     void fitFaces();
+    /// What runs the handler.
+    std::function<void()> handled(Handler handler);
     /// Runs a handler of the dialog; a fault that it leaves uncaught ends the program, as everywhere.
     void handle(const std::function<void()>& handler);
-    /// Kept for keys pressed on the buttons and the first sliders; does nothing.
+    /// Kept on purpose: keys pressed on CommandOK, CommandCancel, SliderFmDev, SliderFreqAccr do nothing
+    /// here.
     void CalKeyHook(int /*key*/) {}
 
     QGroupBox *frame1_, *frameRm5_, *frameKirk_, *frameRssiThreshold_;
@@ -62,7 +72,6 @@ private:
     QLabel *labelRssi_, *labelDcBal_;
     FieldEdit* textRssiThr_;
     LineEditField rssiThreshold_;
-    QPushButton *cmdSetRssiThr_, *commandOk_, *commandCancel_;
     QTimer* timer1_;
     CalibTuning tuning_;
 };
