@@ -42,6 +42,8 @@ void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     box.setWindowTitle(fromUtf8(title.empty() ? kProgramTitle : title));
     box.setTextFormat(Qt::PlainText);
     box.setText(fromUtf8(text));
+    // Text that can be selected breaks its lines at a lone carriage return too, whatever the style.
+    box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse);
     box.setStandardButtons(QMessageBox::Ok);
     box.exec();
 }

@@ -1,4 +1,6 @@
 #include <QLabel>
+#include <QScopeGuard>
+#include <QStyle>
 #include <QTimer>
 #include <QWindow>
 #include <chrono>
@@ -46,6 +48,7 @@ private Q_SLOTS:
     void init() { renew(bench_); }
     void cleanup();
     void about();
+    void aboutHasItsLines_data();
     void aboutHasItsLines();
     void failureBoxHasItsLines();
     void exitAtRest_data();
@@ -93,8 +96,18 @@ void TestShell::about() {
     QVERIFY(bench_->wire.lines().isEmpty());
 }
 
-// Version, an empty line, the notice: as a person sees them.
+void TestShell::aboutHasItsLines_data() {
+    QTest::addColumn<QString>("style");
+    QTest::newRow("Fusion") << "Fusion";
+    QTest::newRow("Windows") << "Windows";
+}
+
+// Version, an empty line, the notice: as a person sees them, under whatever style.
 void TestShell::aboutHasItsLines() {
+    QFETCH(QString, style);
+    const auto back =
+        qScopeGuard([before = QApplication::style()->name()] { QApplication::setStyle(before); });
+    QApplication::setStyle(style);
     bench_->startWith(kRm5);
     int lines = 0;
     bench_->person.beforeOk([&](QMessageBox& box) { lines = linesShown(box); });
