@@ -24,13 +24,14 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       link_(link),
       image_(image),
       transfer_(new TransferFrame(image, this)),
-      rfCarriers_(new RfCarriersFrame(link, image)),
-      editors_(new EditorsFrame(image, rfCarriers_->regulations(), this)),
+      editors_(new EditorsFrame(image, this)),
       beltpackId_(new BeltpackIdFrame(link, image, this)),
       systemId_(new SystemIdFrame(link, image, this)),
       parkLength_(new ParkLengthFrame(link, image, this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
-      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack)),
+      rfCarriers_(
+          new RfCarriersFrame(link, image, {editors_->regulationsLabel(), editors_->regulations()}, this)),
+      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)),
       fileDialog_(this),
       write_(link, image),
       production_(link, image, write_) {
@@ -47,9 +48,6 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
     identity->addWidget(dectVersion_);
     identity->addStretch();
 
-    // The last of the page, for the order of the Tab key.
-    rfCarriers_->setParent(this);
-    calibration_->setParent(this);
     auto* radio = new QVBoxLayout;
     radio->addWidget(rfCarriers_);
     radio->addWidget(calibration_);

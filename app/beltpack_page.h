@@ -35,12 +35,12 @@ private:
     CommandLink& link_;
     SettingsImage& image_;
     TransferFrame* transfer_;
-    RfCarriersFrame* rfCarriers_;
     EditorsFrame* editors_;
     BeltpackIdFrame* beltpackId_;
     SystemIdFrame* systemId_;
     ParkLengthFrame* parkLength_;
     DectVersionFrame* dectVersion_;
+    RfCarriersFrame* rfCarriers_;
     CalibFrameWidget* calibration_;
     QtFileDialog fileDialog_;
     BeltpackWrite write_;

@@ -8,31 +8,28 @@
 
 namespace quorvex {
 
-EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations, QWidget* parent)
+EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
     : QWidget(parent),
       optionMICBal_(option("optionMICBal", "MIC Bal")),
       optionMICUnBal_(option("optionMICUnBal", "MIC Unbal")),
       optionMICElectret_(option("optionMICElectret", "MIC Electret")),
       checkBattAlarm_(new QCheckBox(QStringLiteral("Battery Alarm"), this)),
-      hwRevision_(new OneItemListWidget(this)),
+      hwRevision_(list("BPHWRevision", &SettingsEditors::BPHWRevision_Scroll)),
+      regulations_(list("BPRegulations", &SettingsEditors::BPRegulations_Scroll)),
+      regulationsLabel_(makeLabel(this, "LabelRegulations", "Regulations", regulations_)),
       setProdSettings_(makeButton(this, "buttonSetProdSettiings", "Set Production Values")),
       mic_({optionMICBal_, optionMICUnBal_, optionMICElectret_}),
       batteryAlarm_(checkBattAlarm_),
-      editors_(image, mic_, batteryAlarm_, *hwRevision_, regulations) {
+      editors_(image, mic_, batteryAlarm_, *hwRevision_, *regulations_) {
     checkBattAlarm_->setObjectName(QStringLiteral("checkBattAlarm"));
-    hwRevision_->setObjectName(QStringLiteral("BPHWRevision"));
-    QLabel* revisionLabel = makeLabel(this, "BPHWRevisionText", "HW REV:", hwRevision_);
-    QLabel* defaults = makeLabel(this, "Label12", "Defaults", setProdSettings_);
-
     onClick(optionMICBal_, [this] { editors_.optionMICBal_Click(); });
     onClick(optionMICUnBal_, [this] { editors_.optionMICUnBal_Click(); });
     onClick(optionMICElectret_, [this] { editors_.optionMICElectret_Click(); });
     onClick(checkBattAlarm_, [this] { editors_.checkBattAlarm_Click(); });
-    connect(hwRevision_, &OneItemListWidget::scrolled, this,
-            [this] { guarded([this] { editors_.BPHWRevision_Scroll(); }); });
-    connect(&regulations, &OneItemListWidget::scrolled, this,
-            [this] { guarded([this] { editors_.BPRegulations_Scroll(); }); });
+    layOut();
+}
 
+void EditorsFrame::layOut() {
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins(0, 0, 0, 0);
     // No wider than their captions: a click anywhere on one counts.
@@ -42,11 +39,11 @@ EditorsFrame::EditorsFrame(SettingsImage& image, OneItemListWidget& regulations,
     column->addWidget(checkBattAlarm_, 0, Qt::AlignLeft);
     column->addSpacing(6);
     auto* revisionRow = new QHBoxLayout;
-    revisionRow->addWidget(revisionLabel);
+    revisionRow->addWidget(makeLabel(this, "BPHWRevisionText", "HW REV:", hwRevision_));
     revisionRow->addWidget(hwRevision_, 1);
     column->addLayout(revisionRow);
     column->addSpacing(6);
-    column->addWidget(defaults);
+    column->addWidget(makeLabel(this, "Label12", "Defaults", setProdSettings_));
     column->addWidget(setProdSettings_);
     setTabChain(
         {optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, setProdSettings_});
@@ -60,6 +57,14 @@ QRadioButton* EditorsFrame::option(const char* name, const char* caption) {
     auto* button = new QRadioButton(QString::fromLatin1(caption), this);
     button->setObjectName(QString::fromLatin1(name));
     return button;
+}
+
+OneItemListWidget* EditorsFrame::list(const char* name, void (SettingsEditors::*scrolled)()) {
+    auto* made = new OneItemListWidget(this);
+    made->setObjectName(QString::fromLatin1(name));
+    connect(made, &OneItemListWidget::scrolled, this,
+            [this, scrolled] { guarded([this, scrolled] { (editors_.*scrolled)(); }); });
+    return made;
 }
 
 }  // namespace quorvex

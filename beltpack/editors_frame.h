@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QCheckBox>
+#include <QLabel>
 #include <QPushButton>
 #include <QRadioButton>
 #include <QWidget>
@@ -13,20 +14,25 @@
 namespace quorvex {
 
 /// The controls that edit the settings image: microphone type, battery alarm, hardware revision and the
-/// production values. The list of regulations stands in another frame.
+/// production values. The list of regulations and its label belong to it too, and are placed elsewhere.
 class EditorsFrame : public QWidget {
 public:
-    EditorsFrame(SettingsImage& image, OneItemListWidget& regulations, QWidget* parent = nullptr);
+    EditorsFrame(SettingsImage& image, QWidget* parent = nullptr);
 
     SettingsEditors& editors() { return editors_; }
     void connectTo(ProductionValues& production);
+    QWidget* regulations() { return regulations_; }
+    QWidget* regulationsLabel() { return regulationsLabel_; }
 
 private:
     QRadioButton* option(const char* name, const char* caption);
+    OneItemListWidget* list(const char* name, void (SettingsEditors::*scrolled)());
+    void layOut();
 
     QRadioButton *optionMICBal_, *optionMICUnBal_, *optionMICElectret_;
     QCheckBox* checkBattAlarm_;
-    OneItemListWidget* hwRevision_;
+    OneItemListWidget *hwRevision_, *regulations_;
+    QLabel* regulationsLabel_;
     QPushButton* setProdSettings_;
     RadioGroup mic_;
     CheckBoxField batteryAlarm_;
