@@ -2,7 +2,9 @@
 
 #include <QFrame>
 #include <QHBoxLayout>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <utility>
 
 #include "form/make.h"
 #include "link/port_device.h"
@@ -21,11 +23,8 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     comboCom_->setObjectName(QStringLiteral("ComboCom"));
     comboCom_->setMinimumWidth(kWidth);
     comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
-    for (const PortDevice& device : findPortDevices(PortChoice::kPortsOffered)) {
-        const int index = comboCom_->count();
-        comboCom_->addItem(QStringLiteral("COM%1").arg(index + 1));
-        comboCom_->setItemData(index, device.description(), Qt::ToolTipRole);
-    }
+    for (int number = 1; number <= PortChoice::kPortsOffered; ++number)
+        comboCom_->addItem(QStringLiteral("COM%1").arg(number));
     auto* line = new QFrame(this);
     line->setObjectName(QStringLiteral("Line1"));
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
@@ -49,6 +48,19 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     column->setSizeConstraint(QLayout::SetFixedSize);
 
     comboCom_->setCurrentIndex(choice_.preselected());
+}
+
+void ComSelect::paintEvent(QPaintEvent* event) {
+    QDialog::paintEvent(event);
+    // Looking through the machine takes its time: the dialog is seen first, and may be gone by then.
+    if (!std::exchange(isDescribed_, true))
+        QTimer::singleShot(0, this, [this] { describeItems(); });
+}
+
+void ComSelect::describeItems() {
+    int index = 0;
+    for (const QString& description : describePorts(comboCom_->count()))
+        comboCom_->setItemData(index++, description, Qt::ToolTipRole);
 }
 
 void ComSelect::CmdOK_Click() {

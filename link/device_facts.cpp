@@ -4,7 +4,6 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <algorithm>
 
 #ifdef Q_OS_LINUX
 #include <poll.h>
@@ -50,16 +49,23 @@ QString lockHolder(const QString& path) {
     return program.isEmpty() || running.isEmpty() || running == program ? process : QString();
 }
 
-bool hasOpen(const QString& process, const QString& path) {
-    const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
-    const QFileInfoList links = files.entryInfoList(QDir::AllEntries | QDir::System);
-    return std::any_of(links.begin(), links.end(),
-                       [&path](const QFileInfo& link) { return link.symLinkTarget() == path; });
+/// What the other processes have open, and the first one that has it.
+std::map<QString, QString> filesOfOthers(const QString& self) {
+    std::map<QString, QString> files;
+    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
+    for (const QString& process : processes) {
+        if (process == self || !process.at(0).isDigit())
+            continue;
+        const QDir open(QStringLiteral("/proc/%1/fd").arg(process));
+        for (const QString& number : open.entryList(QDir::AllEntries | QDir::System))
+            files.emplace(QFile::symLinkTarget(open.filePath(number)), process);
+    }
+    return files;
 }
 
 }  // namespace
 
-QString otherUserOf(const QString& path) {
+QString DeviceUsers::otherUserOf(const QString& path) {
     const QString self = QString::number(QCoreApplication::applicationPid());
     const QString holder = lockHolder(path);
     if (!holder.isEmpty())
@@ -67,12 +73,10 @@ QString otherUserOf(const QString& path) {
     // A pseudo-terminal is held open by whoever serves it, which keeps nobody out.
     if (path.startsWith(QLatin1String("/dev/pts/")))
         return {};
-    const QStringList processes = QDir(QStringLiteral("/proc")).entryList(QDir::Dirs | QDir::NoDotAndDotDot);
-    for (const QString& process : processes) {
-        if (process != self && process.at(0).isDigit() && hasOpen(process, path))
-            return nameOf(process);
-    }
-    return {};
+    if (!openFiles_)
+        openFiles_ = filesOfOthers(self);
+    const auto user = openFiles_->find(path);
+    return user == openFiles_->end() ? QString() : nameOf(user->second);
 }
 
 #else
@@ -85,7 +89,7 @@ bool isAbsentUart(const QString&) {
     return false;
 }
 
-QString otherUserOf(const QString&) {
+QString DeviceUsers::otherUserOf(const QString&) {
     return {};
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <map>
 #include <optional>
 
 namespace quorvex {
@@ -14,8 +15,15 @@ std::optional<bool> isHungUp(qintptr handle);
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 
-/// The other process that keeps the device for itself, as "name (process id)"; empty when none is known.
-/// Processes of other users may stay unseen.
-QString otherUserOf(const QString& path);
+/// Who uses devices. Looks through the processes of the machine at most once, when that is first needed.
+class DeviceUsers {
+public:
+    /// The other process that keeps the device for itself, as "name (process id)"; empty when none is known.
+    /// Processes of other users may stay unseen.
+    QString otherUserOf(const QString& path);
+
+private:
+    std::optional<std::map<QString, QString>> openFiles_;  ///< path to process id
+};
 
 }  // namespace quorvex

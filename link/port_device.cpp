@@ -65,39 +65,45 @@ private:
     std::optional<std::vector<std::string>> machine_;
 };
 
-QString problemOf(const PortDevice& device) {
+QString problemOf(const PortDevice& device, [[maybe_unused]] DeviceUsers& users) {
     if (device.path.isEmpty())
         return QStringLiteral("Absent: connect the adapter, or choose another port.");
 #ifndef Q_OS_WIN
     const QFileInfo info(device.path);
     if (!info.isReadable() || !info.isWritable())
         return QStringLiteral("No rights: join the group \"%1\" and log in again.").arg(info.group());
-    const QString user = otherUserOf(device.path);
+    const QString user = users.otherUserOf(device.path);
     if (!user.isEmpty())
         return QStringLiteral("In use by %1: close that program first.").arg(user);
 #endif
     return {};
 }
 
+QString describe(const PortDevice& device, DeviceUsers& users, const QString& otherwise) {
+    const QString where = device.path.isEmpty() ? device.asked : device.path;
+    const QString known = problemOf(device, users);
+    const QString& problem = known.isEmpty() ? otherwise : known;
+    return problem.isEmpty() ? where : where + QLatin1Char('\n') + problem;
+}
+
 }  // namespace
 
 QString PortDevice::description(const QString& otherwise) const {
-    const QString where = path.isEmpty() ? asked : path;
-    const QString known = problemOf(*this);
-    const QString& problem = known.isEmpty() ? otherwise : known;
-    return problem.isEmpty() ? where : where + QLatin1Char('\n') + problem;
+    DeviceUsers users;
+    return describe(*this, users, otherwise);
 }
 
 PortDevice findPortDevice(int number) {
     return PortFinder().find(number);
 }
 
-std::vector<PortDevice> findPortDevices(int highest) {
+std::vector<QString> describePorts(int highest) {
     PortFinder finder;
-    std::vector<PortDevice> devices;
+    DeviceUsers users;
+    std::vector<QString> descriptions;
     for (int number = 1; number <= highest; ++number)
-        devices.push_back(finder.find(number));
-    return devices;
+        descriptions.push_back(describe(finder.find(number), users, {}));
+    return descriptions;
 }
 
 }  // namespace quorvex

@@ -19,7 +19,8 @@ struct PortDevice {
 /// COM`number` on this machine: the link of that name in the folder $QUORVEX_PORTS if that variable is set
 /// (nothing else is tried then), else in /dev/quorvex, else the n-th serial port found. "COMn" on Windows.
 PortDevice findPortDevice(int number);
-/// COM1 to COM`highest`, in order; looks through the machine once.
-std::vector<PortDevice> findPortDevices(int highest);
+/// The descriptions of COM1 to COM`highest`, in order. Looks through ports and processes once for all of
+/// them.
+std::vector<QString> describePorts(int highest);
 
 }  // namespace quorvex

@@ -31,6 +31,31 @@ void pick(QDialog& dialog, int number) {
     QCOMPARE(ports.currentText(), "COM" + QString::number(number));
 }
 
+QStringList hoverTexts(QDialog& dialog) {
+    QStringList texts;
+    for (int i = 0; i < portsOf(dialog).count(); ++i)
+        texts << portsOf(dialog).itemData(i, Qt::ToolTipRole).toString();
+    return texts;
+}
+
+/// Is there when the port dialog is about to be seen.
+class AtShow : public QObject {
+public:
+    explicit AtShow(std::function<void(QDialog&)> deed) : deed_(std::move(deed)) {
+        qApp->installEventFilter(this);
+    }
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show && object->objectName() == "ComSelect")
+            deed_(dynamic_cast<QDialog&>(*object));
+        return false;
+    }
+
+private:
+    std::function<void(QDialog&)> deed_;
+};
+
 QString notOpened(int number) {
     return failureEntry("Could not open COM " + QString::number(number));
 }
@@ -46,6 +71,8 @@ private Q_SLOTS:
     void cleanup();
     void looks();
     void keepsInTheDropDown();
+    void hoverTextsComeLater();
+    void closedBeforeItsHoverTexts();
     void preselects_data();
     void preselects();
     void preselectsNothingForZero();
@@ -114,6 +141,41 @@ void TestPortDialog::keepsInTheDropDown() {
         press(dialog, "CmdCancel");
     });
     bench_->clickMenu("mnuComPort");
+}
+
+// Finding out takes its time, and nobody is to wait for the dialog.
+void TestPortDialog::hoverTextsComeLater() {
+    QStringList atShow;
+    const AtShow shown([&](QDialog& dialog) { atShow = hoverTexts(dialog); });
+    bench_->person.plan([&](QDialog& dialog) {
+        QTRY_COMPARE(
+            hoverTexts(dialog).first(),
+            bench_->noPorts.filePath("COM1") + "\nAbsent: connect the adapter, or choose another port.");
+        for (int number = 1; number <= 12; ++number)
+            QVERIFY(hoverTexts(dialog)[number - 1].startsWith(bench_->noPorts.filePath("COM%1").arg(number) +
+                                                              '\n'));
+        QCOMPARE(portsOf(dialog).currentText(), "COM3");
+        press(dialog, "CmdCancel");
+    });
+    bench_->clickMenu("mnuComPort");
+    QCOMPARE(atShow, QStringList(12, QString()));
+}
+
+void TestPortDialog::closedBeforeItsHoverTexts() {
+    QStringList atClose;
+    const AtShow shown([&](QDialog& dialog) {
+        QMetaObject::invokeMethod(
+            &dialog,
+            [&] {
+                atClose = hoverTexts(dialog);
+                dialog.reject();
+            },
+            Qt::QueuedConnection);
+    });
+    bench_->clickMenu("mnuComPort");
+    QCoreApplication::processEvents();
+    QCOMPARE(atClose, QStringList(12, QString()));
+    QCOMPARE(bench_->text("LabelComPort"), "COM3");
 }
 
 void TestPortDialog::preselects_data() {

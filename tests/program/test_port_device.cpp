@@ -2,10 +2,13 @@
 
 #include <QFile>
 #include <QFileInfo>
+#include <QProcess>
+#include <QTemporaryDir>
 #include <QTest>
 #include <csignal>
 #include <filesystem>
 
+#include "link/device_facts.h"
 #include "link/port_device.h"
 #include "tests/support/bench_top.h"
 #include "tests/support/registry.h"
@@ -27,6 +30,7 @@ private Q_SLOTS:
     void noRights();
     void otherwise();
     void allAtOnce();
+    void looksOnce();
 
 private:
     QString device() const { return QFileInfo(bench_->portLink(1)).canonicalFilePath(); }
@@ -101,11 +105,35 @@ void TestPortDevice::otherwise() {
 }
 
 void TestPortDevice::allAtOnce() {
-    const auto devices = findPortDevices(3);
-    QCOMPARE(devices.size(), std::size_t{3});
-    QCOMPARE(devices[0].path, device());
-    QCOMPARE(devices[1].path, "");
-    QCOMPARE(devices[2].asked, bench_->portLink(3));
+    const QString absent = "\nAbsent: connect the adapter, or choose another port.";
+    QCOMPARE(describePorts(3),
+             std::vector<QString>({device(), bench_->portLink(2) + absent, bench_->portLink(3) + absent}));
+}
+
+// Whoever asks for many devices has the processes of the machine looked through for the first one only.
+void TestPortDevice::looksOnce() {
+    QTemporaryDir folder;
+    const auto hold = [&folder](QProcess& process, const QString& name) {
+        QFile file(folder.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        process.setStandardInputFile(file.fileName());
+        process.start("sleep", {"60"});
+        QVERIFY(process.waitForStarted());
+    };
+    QProcess first, second;
+    hold(first, "first");
+    DeviceUsers users;
+    const QString firstUser = QString("sleep (%1)").arg(first.processId());
+    QCOMPARE(users.otherUserOf(folder.filePath("first")), firstUser);
+    hold(second, "second");
+    QCOMPARE(users.otherUserOf(folder.filePath("first")), firstUser);
+    QCOMPARE(users.otherUserOf(folder.filePath("second")), "");
+    QCOMPARE(DeviceUsers().otherUserOf(folder.filePath("second")),
+             QString("sleep (%1)").arg(second.processId()));
+    for (QProcess* process : {&first, &second}) {
+        process->kill();
+        QVERIFY(process->waitForFinished());
+    }
 }
 
 }  // namespace quorvex
