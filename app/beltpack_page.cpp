@@ -19,6 +19,19 @@ private:
     BeltpackPage& page_;
 };
 
+namespace {
+
+/// Frames one below the other, from the top.
+QVBoxLayout* columnOf(const std::vector<QWidget*>& frames) {
+    auto* column = new QVBoxLayout;
+    for (QWidget* frame : frames)
+        column->addWidget(frame);
+    column->addStretch();
+    return column;
+}
+
+}  // namespace
+
 BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QWidget(parent),
       link_(link),
@@ -35,29 +48,13 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       fileDialog_(this),
       write_(link, image),
       production_(link, image, write_) {
-    auto* work = new QVBoxLayout;
-    work->addWidget(transfer_);
-    work->addSpacing(14);
-    work->addWidget(editors_);
-    work->addStretch();
-
-    auto* identity = new QVBoxLayout;
-    identity->addWidget(beltpackId_);
-    identity->addWidget(systemId_);
-    identity->addWidget(parkLength_);
-    identity->addWidget(dectVersion_);
-    identity->addStretch();
-
-    auto* radio = new QVBoxLayout;
-    radio->addWidget(rfCarriers_);
-    radio->addWidget(calibration_);
-    radio->addStretch();
-
+    QVBoxLayout* work = columnOf({transfer_, editors_});
+    work->insertSpacing(1, 14);
     auto* columns = new QHBoxLayout(this);
     columns->setSpacing(16);
     columns->addLayout(work);
-    columns->addLayout(identity);
-    columns->addLayout(radio);
+    columns->addLayout(columnOf({beltpackId_, systemId_, parkLength_, dectVersion_}));
+    columns->addLayout(columnOf({rfCarriers_, calibration_}));
     columns->addStretch();
 }
 

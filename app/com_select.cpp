@@ -1,7 +1,5 @@
 #include "app/com_select.h"
 
-#include <QFrame>
-#include <QHBoxLayout>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <utility>
@@ -25,9 +23,7 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
     for (int number = 1; number <= PortChoice::kPortsOffered; ++number)
         comboCom_->addItem(QStringLiteral("COM%1").arg(number));
-    auto* line = new QFrame(this);
-    line->setObjectName(QStringLiteral("Line1"));
-    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    QFrame* line = makeLine(this);
     QPushButton* ok = makeButton(this, "CmdOK", "&OK");
     QPushButton* cancel = makeButton(this, "CmdCancel", "&Cancel");
     ok->setDefault(true);
@@ -37,14 +33,10 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     auto* choiceRow = new QHBoxLayout;
     choiceRow->addWidget(makeLabel(this, "Label1", "COM Port:", comboCom_));
     choiceRow->addWidget(comboCom_, 1);
-    auto* buttonRow = new QHBoxLayout;
-    buttonRow->addStretch();
-    buttonRow->addWidget(ok);
-    buttonRow->addWidget(cancel);
     auto* column = new QVBoxLayout(this);
     column->addLayout(choiceRow);
     column->addWidget(line);
-    column->addLayout(buttonRow);
+    column->addLayout(makeButtonRow({ok, cancel}));
     column->setSizeConstraint(QLayout::SetFixedSize);
 
     comboCom_->setCurrentIndex(choice_.preselected());

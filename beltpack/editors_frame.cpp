@@ -10,10 +10,10 @@ namespace quorvex {
 
 EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
     : QWidget(parent),
-      optionMICBal_(option("optionMICBal", "MIC Bal")),
-      optionMICUnBal_(option("optionMICUnBal", "MIC Unbal")),
-      optionMICElectret_(option("optionMICElectret", "MIC Electret")),
-      checkBattAlarm_(new QCheckBox(QStringLiteral("Battery Alarm"), this)),
+      optionMICBal_(makeOption(this, "optionMICBal", "MIC Bal")),
+      optionMICUnBal_(makeOption(this, "optionMICUnBal", "MIC Unbal")),
+      optionMICElectret_(makeOption(this, "optionMICElectret", "MIC Electret")),
+      checkBattAlarm_(makeCheckBox(this, "checkBattAlarm", "Battery Alarm")),
       hwRevision_(list("BPHWRevision", &SettingsEditors::BPHWRevision_Scroll)),
       regulations_(list("BPRegulations", &SettingsEditors::BPRegulations_Scroll)),
       regulationsLabel_(makeLabel(this, "LabelRegulations", "Regulations", regulations_)),
@@ -21,7 +21,6 @@ EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
       mic_({optionMICBal_, optionMICUnBal_, optionMICElectret_}),
       batteryAlarm_(checkBattAlarm_),
       editors_(image, mic_, batteryAlarm_, *hwRevision_, *regulations_) {
-    checkBattAlarm_->setObjectName(QStringLiteral("checkBattAlarm"));
     onClick(optionMICBal_, [this] { editors_.optionMICBal_Click(); });
     onClick(optionMICUnBal_, [this] { editors_.optionMICUnBal_Click(); });
     onClick(optionMICElectret_, [this] { editors_.optionMICElectret_Click(); });
@@ -51,12 +50,6 @@ void EditorsFrame::layOut() {
 
 void EditorsFrame::connectTo(ProductionValues& production) {
     onClick(setProdSettings_, [&production] { production.buttonSetProdSettiings_Click(); });
-}
-
-QRadioButton* EditorsFrame::option(const char* name, const char* caption) {
-    auto* button = new QRadioButton(QString::fromLatin1(caption), this);
-    button->setObjectName(QString::fromLatin1(name));
-    return button;
 }
 
 OneItemListWidget* EditorsFrame::list(const char* name, void (SettingsEditors::*scrolled)()) {

@@ -25,7 +25,6 @@ public:
     QWidget* regulationsLabel() { return regulationsLabel_; }
 
 private:
-    QRadioButton* option(const char* name, const char* caption);
     OneItemListWidget* list(const char* name, void (SettingsEditors::*scrolled)());
     void layOut();
 

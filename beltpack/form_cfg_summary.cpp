@@ -1,6 +1,5 @@
 #include "beltpack/form_cfg_summary.h"
 
-#include <QHBoxLayout>
 #include <QScrollBar>
 #include <QTextEdit>
 #include <QVBoxLayout>
@@ -44,12 +43,9 @@ FormCfgSummary::FormCfgSummary(const std::string& SummaryText, QWidget* parent) 
     ok->setDefault(true);
     onClick(ok, [this] { accept(); });
 
-    auto* buttons = new QHBoxLayout;
-    buttons->addStretch();
-    buttons->addWidget(ok);
     auto* column = new QVBoxLayout(this);
     column->addWidget(text);
-    column->addLayout(buttons);
+    column->addLayout(makeButtonRow({ok}));
     ok->setFocus();
 }
 

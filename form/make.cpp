@@ -34,6 +34,18 @@ QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, 
     return button;
 }
 
+QCheckBox* makeCheckBox(QWidget* parent, const char* name, const char* caption) {
+    auto* box = new QCheckBox(QString::fromUtf8(caption), parent);
+    box->setObjectName(QString::fromLatin1(name));
+    return box;
+}
+
+QRadioButton* makeOption(QWidget* parent, const char* name, const char* caption) {
+    auto* option = new QRadioButton(QString::fromUtf8(caption), parent);
+    option->setObjectName(QString::fromLatin1(name));
+    return option;
+}
+
 FieldEdit* makeField(QWidget* parent, const char* name, int characters, const char* hover) {
     auto* field = new FieldEdit(parent);
     field->setObjectName(QString::fromLatin1(name));
@@ -56,6 +68,21 @@ QLabel* makeLabel(QWidget* parent, const char* name, const char* caption, QWidge
     label->setObjectName(QString::fromLatin1(name));
     label->setBuddy(buddy);
     return label;
+}
+
+QFrame* makeLine(QWidget* parent) {
+    auto* line = new QFrame(parent);
+    line->setObjectName(QStringLiteral("Line1"));
+    line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
+    return line;
+}
+
+QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& buttons) {
+    auto* row = new QHBoxLayout;
+    row->addStretch();
+    for (QPushButton* button : buttons)
+        row->addWidget(button);
+    return row;
 }
 
 void onClick(QAbstractButton* button, std::function<void()> handler) {

@@ -1,8 +1,11 @@
 #pragma once
 
-#include <QAbstractButton>
+#include <QCheckBox>
+#include <QFrame>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
+#include <QRadioButton>
 #include <functional>
 #include <vector>
 
@@ -14,12 +17,19 @@ namespace quorvex {
 
 QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover = "");
 
+QCheckBox* makeCheckBox(QWidget* parent, const char* name, const char* caption);
+QRadioButton* makeOption(QWidget* parent, const char* name, const char* caption);
+
 /// A field as wide as `characters` of what it holds; a hexadecimal one stands in a fixed-pitch face.
 FieldEdit* makeField(QWidget* parent, const char* name, int characters, const char* hover = "");
 FieldEdit* makeHexField(QWidget* parent, const char* name, int characters, const char* hover = "");
 
 /// A label, the buddy of the field it names.
 QLabel* makeLabel(QWidget* parent, const char* name, const char* caption, QWidget* buddy = nullptr);
+
+/// The line "Line1" above the buttons of a dialog, and the buttons at the right of their row.
+QFrame* makeLine(QWidget* parent);
+QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& buttons);
 
 /// Runs `handler`, guarded, for each click.
 void onClick(QAbstractButton* button, std::function<void()> handler);

@@ -1,6 +1,5 @@
 #include "identity/rf_carriers_frame.h"
 
-#include <QCheckBox>
 #include <QGridLayout>
 
 #include "form/key_filter.h"
@@ -17,8 +16,7 @@ RfCarriersFrame::RfCarriersFrame(CommandLink& link, SettingsImage& image, Guest 
     textRfCarrs_->setAccessibleName(title());
     QPushButton* update = makeButton(this, "CmdSetRfCarrs", "Update", "Send RF Carriers To BP");
     onClick(update, [this] { update_.CmdSetRfCarrs_Click(); });
-    auto* fcc = new QCheckBox(QStringLiteral("FCC Enable"), this);  // shown, and only keeps its tick
-    fcc->setObjectName(QStringLiteral("FCCCheckBox"));
+    QCheckBox* fcc = makeCheckBox(this, "FCCCheckBox", "FCC Enable");  // shown, and only keeps its tick
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(textRfCarrs_, 0, 0, 1, 2);

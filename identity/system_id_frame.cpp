@@ -15,12 +15,6 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
       textFps_(makeHexField(this, "TextFps", 1, "Matrix System Number (0-F)")),
       textParkB_(makeHexField(this, "TextParkB", 10)),
       systemId_(link, image, {parkB_, eic_, fpn_, fps_}) {
-    QLabel* labelEic = makeLabel(this, "LabelEic", "EIC", textEic_);
-    QLabel* labelFpn = makeLabel(this, "LabelFpn", "FPN", textFpn_);
-    labelFpn->setToolTip(QStringLiteral("Fur Character Quorvex System ID"));  // "Fur" as intended
-    QLabel* labelFps = makeLabel(this, "LabelFps", "FPS", textFps_);
-    QLabel* labelParkB = makeLabel(this, "LabelParkB", "PARK B", textParkB_);
-
     connect(textEic_, &QLineEdit::textChanged, this, [this] { systemId_.TextEic_Change(); });
     connect(textFpn_, &QLineEdit::textChanged, this, [this] { systemId_.TextFpn_Change(); });
     connect(textFps_, &QLineEdit::textChanged, this, [this] { systemId_.TextFps_Change(); });
@@ -30,6 +24,28 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
     }
     textParkB_->onKeyUp([this] { systemId_.TextParkB_KeyUp(); });
 
+    auto* rows = new QVBoxLayout(this);
+    rows->addLayout(layOutFields());
+    rows->addLayout(layOutButtons());
+}
+
+QLayout* SystemIdFrame::layOutFields() {
+    QLabel* labelFpn = makeLabel(this, "LabelFpn", "FPN", textFpn_);
+    labelFpn->setToolTip(QStringLiteral("Fur Character Quorvex System ID"));  // "Fur" as intended
+    auto* fields = new QGridLayout;
+    int column = 0;
+    for (auto [label, edit] : {std::pair{makeLabel(this, "LabelEic", "EIC", textEic_), textEic_},
+                               {labelFpn, textFpn_},
+                               {makeLabel(this, "LabelFps", "FPS", textFps_), textFps_},
+                               {makeLabel(this, "LabelParkB", "PARK B", textParkB_), textParkB_}}) {
+        fields->addWidget(label, 0, column);
+        fields->addWidget(edit, 1, column++);
+    }
+    fields->setColumnStretch(column, 1);
+    return fields;
+}
+
+QLayout* SystemIdFrame::layOutButtons() {
     QPushButton* byDefault =
         makeButton(this, "CommandDefault", "Default", "Set the Default/Recommended PARK B");
     QPushButton* hpPari =
@@ -38,24 +54,10 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
     onClick(byDefault, [this] { systemId_.CommandDefault_Click(); });
     onClick(hpPari, [this] { systemId_.CommandHpPari_Click(); });
     onClick(update, [this] { systemId_.CommandSetSysID_Click(); });
-
-    auto* fields = new QGridLayout;
-    int column = 0;
-    for (auto [label, edit] : {std::pair<QLabel*, FieldEdit*>{labelEic, textEic_},
-                               {labelFpn, textFpn_},
-                               {labelFps, textFps_},
-                               {labelParkB, textParkB_}}) {
-        fields->addWidget(label, 0, column);
-        fields->addWidget(edit, 1, column++);
-    }
-    fields->setColumnStretch(column, 1);
     auto* buttons = new QHBoxLayout;
-    buttons->addWidget(byDefault);
-    buttons->addWidget(hpPari);
-    buttons->addWidget(update);
-    auto* rows = new QVBoxLayout(this);
-    rows->addLayout(fields);
-    rows->addLayout(buttons);
+    for (QPushButton* button : {byDefault, hpPari, update})
+        buttons->addWidget(button);
+    return buttons;
 }
 
 }  // namespace quorvex

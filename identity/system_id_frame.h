@@ -16,6 +16,9 @@ public:
     SystemId& systemId() { return systemId_; }
 
 private:
+    QLayout* layOutFields();
+    QLayout* layOutButtons();
+
     FieldEdit* textEic_;
     FieldEdit* textFpn_;
     FieldEdit* textFps_;

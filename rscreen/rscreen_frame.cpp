@@ -20,7 +20,7 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
       picture_(new RScreenPicture(this)),
       screenDump_(makeField(this, "screenDump", 40)),
       screenDumpFName_(makeField(this, "ScreenDumpFName", 24)),
-      autoIncrementOption_(new QCheckBox(QStringLiteral("Auto Increment"), this)),
+      autoIncrementOption_(makeCheckBox(this, "AutoIncrementOption", "Auto Increment")),
       autoIncValText_(makeField(this, "autoIncValText", 4)),
       commandScreenDump_(makeButton(this, "CommandScreenDump", "Save")),
       timer_(new QTimer(this)),
@@ -28,7 +28,6 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
     screenDumpFName_->setText(QStringLiteral("Grab1"));
     autoIncValText_->setText(QStringLiteral("0"));
     autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment"));
-    autoIncrementOption_->setObjectName(QStringLiteral("AutoIncrementOption"));
 
     connect(autoIncValText_, &QLineEdit::textChanged, this,
             [this] { guarded([this] { screen_.autoIncValText_Change(); }); });
