@@ -3,19 +3,17 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "form/make.h"
+
 namespace quorvex {
 
 AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
     : QWidget(parent),
       link_(link),
       antenna_(new AntennaFrame(this)),
-      moduleA_(new CalibFrameWidget(CalibFrameWidget::kModuleA, this)),
-      moduleB_(new CalibFrameWidget(CalibFrameWidget::kModuleB, this)),
+      moduleA_(new CalibFrameWidget(CalibFrameWidget::module("A", "Module A (Timeslots 0, 4, 8)"), this)),
+      moduleB_(new CalibFrameWidget(CalibFrameWidget::module("B", "Module B (Timeslots 2, 6, 10)"), this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kAntenna, this)) {
-    auto* work = new QVBoxLayout;
-    work->addWidget(antenna_);
-    work->addStretch();
-
     auto* modules = new QHBoxLayout;
     modules->setSpacing(16);
     modules->addWidget(moduleA_);
@@ -27,7 +25,7 @@ AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
 
     auto* columns = new QHBoxLayout(this);
     columns->setSpacing(16);
-    columns->addLayout(work);
+    columns->addLayout(makeColumn({antenna_}));
     columns->addLayout(values);
     columns->addStretch();
 }

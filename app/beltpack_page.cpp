@@ -1,7 +1,8 @@
 #include "app/beltpack_page.h"
 
 #include <QHBoxLayout>
-#include <QVBoxLayout>
+
+#include "form/make.h"
 
 namespace quorvex {
 
@@ -19,19 +20,6 @@ private:
     BeltpackPage& page_;
 };
 
-namespace {
-
-/// Frames one below the other, from the top.
-QVBoxLayout* columnOf(const std::vector<QWidget*>& frames) {
-    auto* column = new QVBoxLayout;
-    for (QWidget* frame : frames)
-        column->addWidget(frame);
-    column->addStretch();
-    return column;
-}
-
-}  // namespace
-
 BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* parent)
     : QWidget(parent),
       link_(link),
@@ -44,17 +32,17 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kBeltpack, this)),
       rfCarriers_(
           new RfCarriersFrame(link, image, {editors_->regulationsLabel(), editors_->regulations()}, this)),
-      calibration_(new CalibFrameWidget(CalibFrameWidget::kBeltpack, this)),
+      calibration_(new CalibFrameWidget(CalibFrameWidget::beltpack(), this)),
       fileDialog_(this),
       write_(link, image),
       production_(link, image, write_) {
-    QVBoxLayout* work = columnOf({transfer_, editors_});
+    QVBoxLayout* work = makeColumn({transfer_, editors_});
     work->insertSpacing(1, 14);
     auto* columns = new QHBoxLayout(this);
     columns->setSpacing(16);
     columns->addLayout(work);
-    columns->addLayout(columnOf({beltpackId_, systemId_, parkLength_, dectVersion_}));
-    columns->addLayout(columnOf({rfCarriers_, calibration_}));
+    columns->addLayout(makeColumn({beltpackId_, systemId_, parkLength_, dectVersion_}));
+    columns->addLayout(makeColumn({rfCarriers_, calibration_}));
     columns->addStretch();
 }
 

@@ -1,7 +1,6 @@
 #include "app/com_select.h"
 
 #include <QTimer>
-#include <QVBoxLayout>
 #include <utility>
 
 #include "form/make.h"

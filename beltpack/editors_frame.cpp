@@ -1,8 +1,5 @@
 #include "beltpack/editors_frame.h"
 
-#include <QHBoxLayout>
-#include <QVBoxLayout>
-
 #include "form/guard.h"
 #include "form/make.h"
 
@@ -10,10 +7,10 @@ namespace quorvex {
 
 EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
     : QWidget(parent),
-      optionMICBal_(makeOption(this, "optionMICBal", "MIC Bal")),
-      optionMICUnBal_(makeOption(this, "optionMICUnBal", "MIC Unbal")),
-      optionMICElectret_(makeOption(this, "optionMICElectret", "MIC Electret")),
-      checkBattAlarm_(makeCheckBox(this, "checkBattAlarm", "Battery Alarm")),
+      optionMICBal_(makeCaptioned<QRadioButton>(this, "optionMICBal", "MIC Bal")),
+      optionMICUnBal_(makeCaptioned<QRadioButton>(this, "optionMICUnBal", "MIC Unbal")),
+      optionMICElectret_(makeCaptioned<QRadioButton>(this, "optionMICElectret", "MIC Electret")),
+      checkBattAlarm_(makeCaptioned<QCheckBox>(this, "checkBattAlarm", "Battery Alarm")),
       hwRevision_(list("BPHWRevision", &SettingsEditors::BPHWRevision_Scroll)),
       regulations_(list("BPRegulations", &SettingsEditors::BPRegulations_Scroll)),
       regulationsLabel_(makeLabel(this, "LabelRegulations", "Regulations", regulations_)),

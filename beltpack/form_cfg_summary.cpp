@@ -2,7 +2,6 @@
 
 #include <QScrollBar>
 #include <QTextEdit>
-#include <QVBoxLayout>
 #include <QtMath>
 
 #include "form/make.h"

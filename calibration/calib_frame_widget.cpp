@@ -5,8 +5,6 @@
 
 namespace quorvex {
 
-using namespace std::string_literals;
-
 namespace {
 
 // Places in logical pixels from the frame's corner.
@@ -27,40 +25,38 @@ std::string named(const char* kind, const std::string& part, const CalibFrameWid
 
 }  // namespace
 
-const CalibFrameWidget::Names CalibFrameWidget::kBeltpack{.title = "Radio Module Calibration",
-                                                          .fmCaption = "FM Dev:",
-                                                          .fmField = "TextFMDev",
-                                                          .frequency = "FreqAccr",
-                                                          .suffix = "",
-                                                          .button = "CommandCalibBp",
-                                                          .buttonHover = "Calibrate Beltpack",
-                                                          .isBeltpack = true};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleA{.title = "Module A (Timeslots 0, 4, 8)",
-                                                         .fmCaption = "FM Deviation:",
-                                                         .fmField = "TextFmDevA",
-                                                         .frequency = "FreqAdj",
-                                                         .suffix = "A",
-                                                         .button = "CommandCalibAAA",
-                                                         .buttonHover = "Calibrate Module A"};
-const CalibFrameWidget::Names CalibFrameWidget::kModuleB{.title = "Module B (Timeslots 2, 6, 10)",
-                                                         .fmCaption = "FM Deviation:",
-                                                         .fmField = "TextFmDevB",
-                                                         .frequency = "FreqAdj",
-                                                         .suffix = "B",
-                                                         .button = "CommandCalibAAB",
-                                                         .buttonHover = "Calibrate Module B"};
+CalibFrameWidget::Names CalibFrameWidget::beltpack() {
+    return {.title = "Radio Module Calibration",
+            .fmCaption = "FM Dev:",
+            .fmField = "TextFMDev",
+            .frequency = "FreqAccr",
+            .suffix = "",
+            .button = "CommandCalibBp",
+            .buttonHover = "Calibrate Beltpack",
+            .isBeltpack = true};
+}
+
+CalibFrameWidget::Names CalibFrameWidget::module(const std::string& letter, const char* title) {
+    return {.title = title,
+            .fmCaption = "FM Deviation:",
+            .fmField = "TextFmDev" + letter,
+            .frequency = "FreqAdj",
+            .suffix = letter,
+            .button = "CommandCalibAA" + letter,
+            .buttonHover = "Calibrate Module " + letter};
+}
 
 CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     : QGroupBox(QString::fromLatin1(names.title), parent),
       isBeltpack_(names.isBeltpack),
       editFm_(placeField(names.fmField, {kSingleColumn, kTopFm})),
       editFreq_(placeField(named("Text", names.frequency, names), {kSingleColumn, kTopFreq})),
-      editTx_(placeField(named("Text", names.frequency + "Tx"s, names), {kColumnTx, kTopKirk})),
-      editRx_(placeField(named("Text", names.frequency + "Rx"s, names), {kColumnRx, kTopKirk})),
+      editTx_(placeField(named("Text", names.frequency + "Tx", names), {kColumnTx, kTopKirk})),
+      editRx_(placeField(named("Text", names.frequency + "Rx", names), {kColumnRx, kTopKirk})),
       editRssi_(isBeltpack_ ? placeField("TextRssiThr", {kSingleColumn, kTopRssi}) : nullptr),
       freqLabel_(place(named("Label", names.frequency, names), "Frequency Accuracy:", editFreq_,
                        {kLeft, kFreqLabelTop, kLabelWidth, kLabelHeight})),
-      calibrate_(makeButton(this, names.button, "Calibrate", names.buttonHover)),
+      calibrate_(makeButton(this, names.button.c_str(), "Calibrate", names.buttonHover.c_str())),
       kirkOnly_{editTx_, editRx_},
       fmDeviation_(editFm_),
       freqAccuracy_(editFreq_),

@@ -22,17 +22,17 @@ public:
     struct Names {
         const char* title;
         const char* fmCaption;
-        const char* fmField;
-        const char* frequency;  ///< what the names of the frequency fields have in common
-        const char* suffix;     ///< at the end of the names of fields and labels
-        const char* button;
-        const char* buttonHover;
+        std::string fmField;
+        std::string frequency;  ///< what the names of the frequency fields have in common
+        std::string suffix;     ///< at the end of the names of fields and labels
+        std::string button;
+        std::string buttonHover;
         /// It alone has a threshold field, and the layout moves its label of the frequency.
         bool isBeltpack = false;
     };
-    static const Names kBeltpack;
-    static const Names kModuleA;
-    static const Names kModuleB;
+    static Names beltpack();
+    /// `letter` "A" or "B".
+    static Names module(const std::string& letter, const char* title);
 
     CalibFrameWidget(const Names& names, QWidget* parent = nullptr);
 

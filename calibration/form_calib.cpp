@@ -7,7 +7,6 @@
 #include "form/guard.h"
 #include "form/key_filter.h"
 #include "form/make.h"
-#include "link/qt_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -75,8 +74,7 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
 }
 
 QGroupBox* FormCalib::frame(const char* name, const char* caption, QRect twips) {
-    auto* box = new QGroupBox(QString::fromLatin1(caption), this);
-    box->setObjectName(QString::fromLatin1(name));
+    auto* box = makeCaptioned<QGroupBox>(this, name, caption);
     box->setGeometry(pixels(twips));
     return box;
 }
@@ -198,39 +196,15 @@ void FormCalib::Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16
     tuning_.Set_Cal_Data(fm, frequency, transmit, receive, otherFm, caption);
 }
 
-void FormCalib::showModally() {
-    exec();
-}
-
 void FormCalib::unload() {
     // The modal show may have to wait for the box of a button; no tick comes in the meantime.
     timer1_->stop();
     done(QDialog::Accepted);
 }
 
-void FormCalib::reject() {
-    handle([this] { tuning_.CommandCancel_Click(); });
-}
-
-std::string FormCalib::caption() const {
-    return toLatin1(windowTitle());
-}
-
-void FormCalib::setCaption(const std::string& caption) {
-    setWindowTitle(fromLatin1(caption));
-}
-
 void FormCalib::showKirkFrame(bool shown) {
     frameKirk_->setVisible(shown);
     frameRm5_->setVisible(!shown);  // it lies beneath the other one
-}
-
-void FormCalib::showRssi(const std::string& text) {
-    labelRssi_->setText(fromLatin1(text));
-}
-
-void FormCalib::showDcBalance(const std::string& text) {
-    labelDcBal_->setText(fromLatin1(text));
 }
 
 }  // namespace quorvex

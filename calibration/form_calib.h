@@ -12,6 +12,7 @@
 #include "calibration/labelled_slider.h"
 #include "form/field_edit.h"
 #include "form/qt_controls.h"
+#include "link/qt_text.h"
 
 namespace quorvex {
 
@@ -26,21 +27,22 @@ public:
     void ShowRssiThreshold() override { tuning_.ShowRssiThreshold(); }
     TextField& rssiThreshold() override { return rssiThreshold_; }
     void StartCalTimer() override { tuning_.StartCalTimer(); }
-    void showModally() override;
-
-    void reject() override;
+    void showModally() override { exec(); }
+    void reject() override {
+        handle([this] { tuning_.CommandCancel_Click(); });
+    }
 
 private:
     using Handler = void (CalibTuning::*)();
 
-    std::string caption() const override;
-    void setCaption(const std::string& caption) override;
+    std::string caption() const override { return toLatin1(windowTitle()); }
+    void setCaption(const std::string& caption) override { setWindowTitle(fromLatin1(caption)); }
     void showKirkFrame(bool shown) override;
     void showRssiThresholdFrame(bool shown) override { frameRssiThreshold_->setVisible(shown); }
     void startTimer() override { timer1_->start(); }
     void unload() override;
-    void showRssi(const std::string& text) override;
-    void showDcBalance(const std::string& text) override;
+    void showRssi(const std::string& text) override { labelRssi_->setText(fromLatin1(text)); }
+    void showDcBalance(const std::string& text) override { labelDcBal_->setText(fromLatin1(text)); }
     void setDcSlider(int position) override { sliderDcBalance_->setValue(position); }
 
     QGroupBox* frame(const char* name, const char* caption, QRect twips);

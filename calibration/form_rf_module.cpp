@@ -1,7 +1,5 @@
 #include "calibration/form_rf_module.h"
 
-#include <QVBoxLayout>
-
 #include "form/make.h"
 
 namespace quorvex {
@@ -12,8 +10,8 @@ constexpr int kWidth = 240;  ///< leaves the title its room
 
 FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     : QDialog(parent),
-      optionKirk_(makeOption(this, "OptionKirk", "Kirk KRM 1800")),
-      optionRm5_(makeOption(this, "OptionRm5", "Plextek RM5")) {
+      optionKirk_(makeCaptioned<QRadioButton>(this, "OptionKirk", "Kirk KRM 1800")),
+      optionRm5_(makeCaptioned<QRadioButton>(this, "OptionRm5", "Plextek RM5")) {
     setObjectName(QStringLiteral("FormRfModule"));
     setWindowTitle(QStringLiteral("Select Type Of RF Module"));
     (kirk ? optionKirk_ : optionRm5_)->setChecked(true);

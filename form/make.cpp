@@ -28,22 +28,9 @@ protected:
 }  // namespace
 
 QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover) {
-    auto* button = new EnterButton(QString::fromUtf8(caption), parent);
-    button->setObjectName(QString::fromLatin1(name));
+    auto* button = makeCaptioned<EnterButton>(parent, name, caption);
     button->setToolTip(QString::fromUtf8(hover));
     return button;
-}
-
-QCheckBox* makeCheckBox(QWidget* parent, const char* name, const char* caption) {
-    auto* box = new QCheckBox(QString::fromUtf8(caption), parent);
-    box->setObjectName(QString::fromLatin1(name));
-    return box;
-}
-
-QRadioButton* makeOption(QWidget* parent, const char* name, const char* caption) {
-    auto* option = new QRadioButton(QString::fromUtf8(caption), parent);
-    option->setObjectName(QString::fromLatin1(name));
-    return option;
 }
 
 FieldEdit* makeField(QWidget* parent, const char* name, int characters, const char* hover) {
@@ -64,8 +51,7 @@ FieldEdit* makeHexField(QWidget* parent, const char* name, int characters, const
 }
 
 QLabel* makeLabel(QWidget* parent, const char* name, const char* caption, QWidget* buddy) {
-    auto* label = new QLabel(QString::fromUtf8(caption), parent);
-    label->setObjectName(QString::fromLatin1(name));
+    auto* label = makeCaptioned<QLabel>(parent, name, caption);
     label->setBuddy(buddy);
     return label;
 }
@@ -75,6 +61,14 @@ QFrame* makeLine(QWidget* parent) {
     line->setObjectName(QStringLiteral("Line1"));
     line->setFrameStyle(QFrame::HLine | QFrame::Sunken);
     return line;
+}
+
+QVBoxLayout* makeColumn(const std::vector<QWidget*>& frames) {
+    auto* column = new QVBoxLayout;
+    for (QWidget* frame : frames)
+        column->addWidget(frame);
+    column->addStretch();
+    return column;
 }
 
 QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& buttons) {

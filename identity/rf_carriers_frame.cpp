@@ -1,5 +1,6 @@
 #include "identity/rf_carriers_frame.h"
 
+#include <QCheckBox>
 #include <QGridLayout>
 
 #include "form/key_filter.h"
@@ -16,7 +17,8 @@ RfCarriersFrame::RfCarriersFrame(CommandLink& link, SettingsImage& image, Guest 
     textRfCarrs_->setAccessibleName(title());
     QPushButton* update = makeButton(this, "CmdSetRfCarrs", "Update", "Send RF Carriers To BP");
     onClick(update, [this] { update_.CmdSetRfCarrs_Click(); });
-    QCheckBox* fcc = makeCheckBox(this, "FCCCheckBox", "FCC Enable");  // shown, and only keeps its tick
+    // Only keeps its tick.
+    auto* fcc = makeCaptioned<QCheckBox>(this, "FCCCheckBox", "FCC Enable");
 
     auto* grid = new QGridLayout(this);
     grid->addWidget(textRfCarrs_, 0, 0, 1, 2);

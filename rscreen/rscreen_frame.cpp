@@ -20,7 +20,7 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
       picture_(new RScreenPicture(this)),
       screenDump_(makeField(this, "screenDump", 40)),
       screenDumpFName_(makeField(this, "ScreenDumpFName", 24)),
-      autoIncrementOption_(makeCheckBox(this, "AutoIncrementOption", "Auto Increment")),
+      autoIncrementOption_(makeCaptioned<QCheckBox>(this, "AutoIncrementOption", "Auto Increment")),
       autoIncValText_(makeField(this, "autoIncValText", 4)),
       commandScreenDump_(makeButton(this, "CommandScreenDump", "Save")),
       timer_(new QTimer(this)),
