@@ -34,14 +34,6 @@ void letAnyNameBeOpened(QFileDialog& dialog, QLineEdit* name) {
 
 }  // namespace
 
-FileDialog::Choice QtFileDialog::chooseForSaving(const Settings& settings) {
-    return choose(settings, Purpose::saving);
-}
-
-FileDialog::Choice QtFileDialog::chooseForLoading(const Settings& settings) {
-    return choose(settings, Purpose::loading);
-}
-
 FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpose) {
     QFileDialog dialog(parent_, fromLatin1(settings.title), folder_);
     dialog.setObjectName(QStringLiteral("CommonDialog1"));

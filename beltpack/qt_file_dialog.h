@@ -11,8 +11,8 @@ class QtFileDialog : public FileDialog {
 public:
     explicit QtFileDialog(QWidget* parent) : parent_(parent) {}
 
-    Choice chooseForSaving(const Settings& settings) override;
-    Choice chooseForLoading(const Settings& settings) override;
+    Choice chooseForSaving(const Settings& settings) override { return choose(settings, Purpose::saving); }
+    Choice chooseForLoading(const Settings& settings) override { return choose(settings, Purpose::loading); }
 
 private:
     enum class Purpose { saving, loading };

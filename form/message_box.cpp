@@ -10,15 +10,9 @@ namespace quorvex {
 namespace {
 
 QMessageBox::Icon iconOf(Icon icon) {
-    switch (icon) {
-        case Icon::information:
-            return QMessageBox::Information;
-        case Icon::critical:
-            return QMessageBox::Critical;
-        case Icon::none:
-            break;
-    }
-    return QMessageBox::NoIcon;
+    return icon == Icon::information ? QMessageBox::Information
+           : icon == Icon::critical  ? QMessageBox::Critical
+                                     : QMessageBox::NoIcon;
 }
 
 QWidget* windowInUse() {

@@ -1,9 +1,16 @@
 #include "form/qt_controls.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "link/qt_text.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
+
+namespace {
+constexpr Qt::CheckState kStates[] = {Qt::Unchecked, Qt::Checked, Qt::PartiallyChecked};  ///< 0, 1, 2
+}
 
 std::string LineEditField::text() const {
     return holds_ == Holds::fileName ? edit_->text().toStdString() : toLatin1(edit_->text());
@@ -19,31 +26,13 @@ void LineEditField::setText(std::string_view text) {
 }
 
 int CheckBoxField::value() const {
-    switch (box_->checkState()) {
-        case Qt::Unchecked:
-            return 0;
-        case Qt::Checked:
-            return 1;
-        case Qt::PartiallyChecked:
-            break;
-    }
-    return 2;
+    return static_cast<int>(std::find(std::begin(kStates), std::end(kStates), box_->checkState()) - kStates);
 }
 
 void CheckBoxField::setValue(int value) {
-    switch (value) {
-        case 0:
-            box_->setCheckState(Qt::Unchecked);
-            break;
-        case 1:
-            box_->setCheckState(Qt::Checked);
-            break;
-        case 2:
-            box_->setCheckState(Qt::PartiallyChecked);
-            break;
-        default:
-            throw RuntimeFault::invalidPropertyValue();
-    }
+    if (value < 0 || value >= std::ssize(kStates))
+        throw RuntimeFault::invalidPropertyValue();
+    box_->setCheckState(kStates[value]);
 }
 
 void RadioGroup::select(int index) {
