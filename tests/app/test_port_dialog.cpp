@@ -4,6 +4,8 @@
 #include <QLabel>
 #include <QPushButton>
 
+#include "app/com_select.h"
+#include "form/qt_console.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -31,30 +33,12 @@ void pick(QDialog& dialog, int number) {
     QCOMPARE(ports.currentText(), "COM" + QString::number(number));
 }
 
-QStringList hoverTexts(QDialog& dialog) {
+QStringList hoverTextsOf(QDialog& dialog) {
     QStringList texts;
     for (int i = 0; i < portsOf(dialog).count(); ++i)
         texts << portsOf(dialog).itemData(i, Qt::ToolTipRole).toString();
     return texts;
 }
-
-/// Is there when the port dialog is about to be seen.
-class AtShow : public QObject {
-public:
-    explicit AtShow(std::function<void(QDialog&)> deed) : deed_(std::move(deed)) {
-        qApp->installEventFilter(this);
-    }
-
-protected:
-    bool eventFilter(QObject* object, QEvent* event) override {
-        if (event->type() == QEvent::Show && object->objectName() == "ComSelect")
-            deed_(dynamic_cast<QDialog&>(*object));
-        return false;
-    }
-
-private:
-    std::function<void(QDialog&)> deed_;
-};
 
 QString notOpened(int number) {
     return failureEntry("Could not open COM " + QString::number(number));
@@ -71,8 +55,8 @@ private Q_SLOTS:
     void cleanup();
     void looks();
     void keepsInTheDropDown();
-    void hoverTextsComeLater();
-    void closedBeforeItsHoverTexts();
+    void hoverTexts();
+    void hoverTextsComeAfterIt();
     void preselects_data();
     void preselects();
     void preselectsNothingForZero();
@@ -143,39 +127,32 @@ void TestPortDialog::keepsInTheDropDown() {
     bench_->clickMenu("mnuComPort");
 }
 
-// Finding out takes its time, and nobody is to wait for the dialog.
-void TestPortDialog::hoverTextsComeLater() {
-    QStringList atShow;
-    const AtShow shown([&](QDialog& dialog) { atShow = hoverTexts(dialog); });
+void TestPortDialog::hoverTexts() {
     bench_->person.plan([&](QDialog& dialog) {
-        QTRY_COMPARE(
-            hoverTexts(dialog).first(),
-            bench_->noPorts.filePath("COM1") + "\nAbsent: connect the adapter, or choose another port.");
-        for (int number = 1; number <= 12; ++number)
-            QVERIFY(hoverTexts(dialog)[number - 1].startsWith(bench_->noPorts.filePath("COM%1").arg(number) +
-                                                              '\n'));
+        for (int i = 0; i < 12; ++i) {
+            const QString device = bench_->noPorts.filePath(QString("COM%1").arg(i + 1));
+            QTRY_COMPARE(hoverTextsOf(dialog)[i],
+                         device + "\nAbsent: connect the adapter, or choose another port.");
+        }
         QCOMPARE(portsOf(dialog).currentText(), "COM3");
         press(dialog, "CmdCancel");
     });
     bench_->clickMenu("mnuComPort");
-    QCOMPARE(atShow, QStringList(12, QString()));
 }
 
-void TestPortDialog::closedBeforeItsHoverTexts() {
-    QStringList atClose;
-    const AtShow shown([&](QDialog& dialog) {
-        QMetaObject::invokeMethod(
-            &dialog,
-            [&] {
-                atClose = hoverTexts(dialog);
-                dialog.reject();
-            },
-            Qt::QueuedConnection);
-    });
-    bench_->clickMenu("mnuComPort");
+// Finding out takes its time: nobody is to wait for the dialog, and it may be gone before.
+void TestPortDialog::hoverTextsComeAfterIt() {
+    StatusLine line;
+    QtConsole console(line);
+    PortChoice choice(bench_->wire, bench_->store, console);
+    for (const bool stays : {true, false}) {
+        ComSelect dialog(choice, &bench_->window());
+        dialog.grab();  // seen, so the hover texts are next
+        QCOMPARE(hoverTextsOf(dialog), QStringList(12, QString()));
+        if (stays)
+            QTRY_VERIFY(!hoverTextsOf(dialog).contains(QString()));
+    }
     QCoreApplication::processEvents();
-    QCOMPARE(atClose, QStringList(12, QString()));
-    QCOMPARE(bench_->text("LabelComPort"), "COM3");
 }
 
 void TestPortDialog::preselects_data() {
