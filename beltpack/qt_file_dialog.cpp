@@ -23,6 +23,9 @@ QStringList nameFilters(const std::string& filter) {
     return descriptions;
 }
 
+// The toolkit's dialog has no functions of its own for three things, so the parts behind them are looked up:
+// the field of the name, the button "Open", and what the filter "*.*" means.
+
 /// The toolkit lets only names be opened that pass the filter; here any name may be tried, and one that does
 /// not exist is told of.
 void letAnyNameBeOpened(QFileDialog& dialog, QLineEdit* name) {
@@ -39,7 +42,8 @@ FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpos
     dialog.setObjectName(QStringLiteral("CommonDialog1"));
     dialog.setOption(QFileDialog::DontUseNativeDialog);
     dialog.setNameFilters(nameFilters(settings.filter));
-    // To the toolkit "*.*" is a name with a dot in it; here it means every file.
+    // To the toolkit "*.*" is a name with a dot in it; here it means every file. "(*)" in the description
+    // would do, but it is shown.
     QObject::connect(&dialog, &QFileDialog::filterSelected, &dialog, [&dialog](const QString& filter) {
         if (filter.contains(QLatin1String("(*.*)")))
             dialog.findChild<QFileSystemModel*>()->setNameFilters({QStringLiteral("*")});
