@@ -144,7 +144,8 @@ void TestPortDialog::hoverTexts() {
 void TestPortDialog::hoverTextsComeAfterIt() {
     StatusLine line;
     QtConsole console(line);
-    PortChoice choice(bench_->wire, bench_->store, console);
+    CommandLink link(bench_->wire, bench_->loop, console);
+    PortChoice choice(link, bench_->wire, bench_->store);
     for (const bool stays : {true, false}) {
         ComSelect dialog(choice, &bench_->window());
         dialog.grab();  // seen, so the hover texts are next
