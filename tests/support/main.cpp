@@ -28,7 +28,8 @@ int runAll(const char* program) {
 }
 
 int runOne(const TestRun& run, int argc, char** argv) {
-    const OwnSurroundings surroundings;
+    // Static, because Qt Test ends the program itself after a list of functions.
+    static const OwnSurroundings surroundings;
     argv[1] = argv[0];
     return run(argc - 1, argv + 1);
 }
