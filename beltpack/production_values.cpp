@@ -31,16 +31,19 @@ ProductionValues::ProductionValues(CommandLink& link, SettingsImage& image, Belt
     : link_(link), image_(image), write_(write) {}
 
 void ProductionValues::buttonSetProdSettiings_Click() {
-    Operation operation(link_);
-    const Parameter& featureMap = image_[Image::kFeatureMap];
-    if (featureMap.isAvailable())
-        fill(std::nearbyint(decimalValue(featureMap.value.str())));
+    fill();
+    const auto isPortThere = link_.untilPortGone();
     write_.CommandWrite_Click();
     // Sent whatever became of the write, as intended.
-    operation.serialSendString("# 027E" + HexPad(1, 2));
+    Operation(link_, isPortThere).serialSendString("# 027E" + HexPad(1, 2));
 }
 
-void ProductionValues::fill(double revision) {
+void ProductionValues::fill() {
+    const Operation refusedHere(link_);  // if at all: before a value is set
+    const Parameter& featureMap = image_[Image::kFeatureMap];
+    if (!featureMap.isAvailable() || image_.isBeingFilled())
+        return;
+    const double revision = std::nearbyint(decimalValue(featureMap.value.str()));
     if (revision < 0 || revision > 2)
         return;
     for (const Row& row : kValues) {

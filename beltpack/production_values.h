@@ -15,8 +15,8 @@ public:
     void buttonSetProdSettiings_Click();
 
 private:
-    /// `revision`: a whole number; only 0, 1 and 2 have values.
-    void fill(double revision);
+    /// Only the hardware revisions 0, 1 and 2 have values.
+    void fill();
 
     CommandLink& link_;
     SettingsImage& image_;

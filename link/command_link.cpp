@@ -13,6 +13,10 @@ void CommandLink::status(std::string_view text, Colour colour) {
     console_.status(text, colour);
 }
 
+std::function<bool()> CommandLink::untilPortGone() const {
+    return [this, connection = port_.connection()] { return connection == port_.connection(); };
+}
+
 void CommandLink::closePort() {
     for (auto operation = operations_.rbegin(); operation != operations_.rend(); ++operation)
         (*operation)->leaveMode();
@@ -22,8 +26,8 @@ void CommandLink::closePort() {
 bool CommandLink::GetDataBuffer(int limitUnits, std::int32_t count, std::function<bool()> isWanted) {
     return dataBuffer_.capture(
         port_, loop_, limitUnits, count,
-        [this, isWanted = std::move(isWanted), begun = begun_, connection = port_.connection()] {
-            return begun == begun_ && connection == port_.connection() && isWanted();
+        [this, begun = begun_, isPortThere = untilPortGone(), isWanted = std::move(isWanted)] {
+            return begun == begun_ && isPortThere() && isWanted();
         });
 }
 

@@ -27,6 +27,9 @@ public:
 
     /// Whether an operation is under way, so that what arrives is for it.
     bool isPortInUse() const { return !operations_.empty(); }
+    /// For what belongs to the port that is open now: true until it is closed or lost, or another one was
+    /// opened.
+    std::function<bool()> untilPortGone() const;
     /// Lets the operations under way take the unit out of the modes they put it into, then closes the port.
     void closePort();
 

@@ -24,7 +24,7 @@ bool isControl(char c) {
 }  // namespace
 
 Operation::Operation(CommandLink& link, std::function<bool()> isWanted)
-    : link_(link), isWanted_(std::move(isWanted)), connection_(link.port_.connection()) {
+    : link_(link), isWanted_(std::move(isWanted)), isPortThere_(link.untilPortGone()) {
     if (link_.operations_.size() >= kMostAtOnce) {
         link_.status("Too many operations are waiting for the unit; this one was not started.", kRed);
         throw OperationRefused();

@@ -42,7 +42,7 @@ public:
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
 
-    bool isOver() const { return isPortGone() || !isWanted(); }
+    bool isOver() const { return !isPortThere_() || !isWanted(); }
     /// False once it was replaced by something that the operator did in its wait.
     bool isWanted() const { return !isWanted_ || isWanted_(); }
     /// Whether no other operation has begun since.
@@ -75,11 +75,9 @@ public:
     std::string exchange(std::string_view line, int count);
 
 private:
-    bool isPortGone() const { return connection_ != link_.port_.connection(); }
-
     CommandLink& link_;
     std::function<bool()> isWanted_;
-    std::uint32_t connection_;  ///< 0 where no port was open
+    std::function<bool()> isPortThere_;
     std::uint32_t number_;
     bool hourglass_ = false;
     std::string leave_;  ///< empty outside a mode
