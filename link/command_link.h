@@ -26,7 +26,7 @@ public:
     Console& console() { return console_; }
 
     /// Whether an operation is under way, so that what arrives is for it.
-    bool isPortInUse() const { return !operations_.empty(); }
+    bool isBusy() const { return !operations_.empty(); }
     /// For what belongs to the port that is open now: true until it is closed or lost, or another one was
     /// opened.
     std::function<bool()> untilPortGone() const;

@@ -39,7 +39,7 @@ bool RemoteScreen::RScreenTimer_Timer() {
 }
 
 bool RemoteScreen::takeFrames() {
-    if (link_.isPortInUse()) {
+    if (link_.isBusy()) {
         isBehind_ = true;
         return false;
     }
