@@ -33,6 +33,7 @@ public:
     std::size_t waiting() override { return port_.waiting(); }
     void discardInput() override;
     std::optional<char> read() override;
+    std::size_t room() override { return port_.room(); }
     void write(char c) override;
     void flush() override { port_.flush(); }
 

@@ -9,9 +9,11 @@ namespace quorvex {
 
 namespace {
 
+constexpr std::string_view kLineEnd = "\r\n";
 constexpr std::int32_t kLineUnitMs = 2000;
 constexpr std::int32_t kCharsUnitMs = 1000;
 constexpr int kMostFurtherLines = 10;
+constexpr std::size_t kLongestLine = 4096;  ///< what a line without an end brings beyond is dropped
 
 bool isStart(char c) {
     return c == '^' || c == '#' || c == '!';
@@ -61,10 +63,12 @@ void Operation::serialSendString(std::string_view command) {
     SerialPort& port = link_.port_;
     try {
         port.discardInput();
+        if (command.size() + kLineEnd.size() > port.room())
+            return;  // the unit takes nothing; half a command would be another one
         for (const char c : command)
             port.write(c);
-        port.write('\r');
-        port.write('\n');
+        for (const char c : kLineEnd)
+            port.write(c);
         port.flush();
     } catch (const RuntimeFault&) {  // NOLINT(bugprone-empty-catch): the reader that follows finds out
     }
@@ -78,7 +82,7 @@ std::string Operation::serialGetResponse(int limitUnits, char terminator) {
         started = started || isStart(*c);
         if (started && *c == terminator)
             return text;
-        if (started)
+        if (started && text.size() < kLongestLine)
             text += *c;
     }
     return std::string(kError);

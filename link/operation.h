@@ -56,7 +56,7 @@ public:
     void leaveMode();
 
     /// Drops waiting input, sends `command`, then carriage return and line feed. A port fault ends it
-    /// silently; the reader that follows finds out.
+    /// silently, and so does one that has no room for all of it; the reader that follows finds out.
     void serialSendString(std::string_view command);
 
     /// One reply from its start character ("#", "!" or "^") up to, not including, `terminator`. At most

@@ -1,5 +1,7 @@
 #include "link/qt_serial_port.h"
 
+#include <algorithm>
+
 #include "link/device_facts.h"
 #include "link/port_device.h"
 #include "link/runtime_fault.h"
@@ -70,6 +72,11 @@ std::optional<char> QtSerialPort::read() {
     if (waiting() == 0 || port_.read(&c, 1) != 1)
         return std::nullopt;
     return c;
+}
+
+std::size_t QtSerialPort::room() {
+    port_.flush();
+    return kTransmitBuffer - std::min(kTransmitBuffer, static_cast<std::size_t>(port_.bytesToWrite()));
 }
 
 void QtSerialPort::write(char c) {

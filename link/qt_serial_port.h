@@ -18,6 +18,7 @@ public:
     std::size_t waiting() override;
     void discardInput() override;
     std::optional<char> read() override;
+    std::size_t room() override;
     void write(char c) override;
     void flush() override;
 

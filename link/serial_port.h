@@ -10,6 +10,8 @@ namespace quorvex {
 /// It is open or closed; a port whose device goes away (a pulled cable) closes by itself.
 class SerialPort {
 public:
+    static constexpr std::size_t kTransmitBuffer = 512;
+
     virtual ~SerialPort() = default;
 
     /// Opens COM`number` and drops what it had received before. Throws RuntimeFault when the port is
@@ -31,6 +33,8 @@ public:
     virtual void discardInput() = 0;
     /// Takes one waiting character, 0 to 255 as an unsigned char; empty when none waits.
     virtual std::optional<char> read() = 0;
+    /// Number of characters that the port takes now: what is free of its transmit buffer of kTransmitBuffer.
+    virtual std::size_t room() { return kTransmitBuffer; }
     /// Gives one character to the port. Throws RuntimeFault on a closed port.
     virtual void write(char c) = 0;
     /// Puts what has been written on the wire without waiting for it to leave.
