@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <algorithm>
 
 #ifdef Q_OS_LINUX
 #include <poll.h>
@@ -32,21 +33,26 @@ QString nameOf(const QString& process) {
     return QStringLiteral("%1 (%2)").arg(QFileInfo(QString::fromLocal8Bit(program)).fileName(), process);
 }
 
-/// The live process that a lock file of the customary kind names; empty when there is none.
-QString lockHolder(const QString& path) {
-    const QString device =
-        path.mid(QStringLiteral("/dev/").size()).replace(QLatin1Char('/'), QLatin1Char('_'));
-    QFile lock(QStringLiteral("/var/lock/LCK..") + device);
-    if (!lock.open(QIODevice::ReadOnly))
-        return {};
-    const QString process = QString::fromLatin1(lock.readLine().trimmed());
-    const QString program = QString::fromLocal8Bit(lock.readLine().trimmed());
-    if (process.isEmpty() || !QFileInfo::exists(QStringLiteral("/proc/") + process))
-        return {};
+/// Whether the process has the device open; nothing where that may not be asked, of another user's process.
+std::optional<bool> hasOpen(const QString& process, const QString& path) {
+    const QDir files(QStringLiteral("/proc/%1/fd").arg(process));
+    if (!files.isReadable())
+        return std::nullopt;
+    const QStringList numbers = files.entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
+    return std::any_of(numbers.begin(), numbers.end(), [&](const QString& number) {
+        return QFile::symLinkTarget(files.filePath(number)) == path;
+    });
+}
+
+/// Whether the process that a lock file names still holds the device.
+bool isAlive(const QStringList& lock, const QString& path) {
+    if (lock.value(0).toLongLong() <= 0 || !QFileInfo::exists(QStringLiteral("/proc/") + lock.first()))
+        return false;
     // The number of a program that was killed may have gone to another one.
     const QString running =
-        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(process))).fileName();
-    return program.isEmpty() || running.isEmpty() || running == program ? process : QString();
+        QFileInfo(QFile::symLinkTarget(QStringLiteral("/proc/%1/exe").arg(lock.first()))).fileName();
+    return hasOpen(lock.first(), path)
+        .value_or(lock.size() < 2 || running.isEmpty() || running == lock.at(1));
 }
 
 /// What the other processes have open, and the first one that has it.
@@ -64,6 +70,22 @@ std::map<QString, QString> filesOfOthers(const QString& self) {
 }
 
 }  // namespace
+
+QString lockHolder(const QString& path, bool clearsDead) {
+    const QString device =
+        path.mid(QStringLiteral("/dev/").size()).replace(QLatin1Char('/'), QLatin1Char('_'));
+    QFile lock(QStringLiteral("/var/lock/LCK..") + device);
+    if (!QFileInfo(lock).isFile() || !lock.open(QIODevice::ReadOnly))
+        return {};
+    constexpr int kMostRead = 1024;
+    const QStringList words =
+        QString::fromLocal8Bit(lock.read(kMostRead)).simplified().split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    if (isAlive(words, path))
+        return words.first();
+    if (clearsDead)
+        lock.remove();
+    return {};
+}
 
 QString DeviceUsers::otherUserOf(const QString& path) {
     const QString self = QString::number(QCoreApplication::applicationPid());
@@ -87,6 +109,10 @@ std::optional<bool> isHungUp(qintptr) {
 
 bool isAbsentUart(const QString&) {
     return false;
+}
+
+QString lockHolder(const QString&, bool) {
+    return {};
 }
 
 QString DeviceUsers::otherUserOf(const QString&) {

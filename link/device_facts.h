@@ -15,6 +15,12 @@ std::optional<bool> isHungUp(qintptr handle);
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 
+/// The live process that keeps the device by a lock file of a customary kind (the process number alone, or
+/// with program and user in one line or in lines of their own), as its number; empty when there is none.
+/// `clearsDead`: removes the lock of a process that is gone, or whose number another one has that does not
+/// have the device open.
+QString lockHolder(const QString& path, bool clearsDead = false);
+
 /// Who uses devices. Looks through the processes of the machine at most once, when that is first needed.
 class DeviceUsers {
 public:

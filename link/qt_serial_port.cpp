@@ -35,6 +35,9 @@ void QtSerialPort::openDevice(int number) {
     const PortDevice device = findPortDevice(number);
     if (device.path.isEmpty())
         throw RuntimeFault(kCannotOpen, "The port is absent");
+    // The toolkit takes a lock over after half a minute, however alive its holder is.
+    if (const QString holder = lockHolder(device.path, true); !holder.isEmpty())
+        throw RuntimeFault(kCannotOpen, "The port is locked by process " + holder.toStdString());
     port_.setPortName(device.path);
     if (!port_.open(QIODevice::ReadWrite))
         throw RuntimeFault(kCannotOpen, port_.errorString().toStdString());
