@@ -6,7 +6,8 @@ namespace quorvex {
 
 namespace {
 
-constexpr std::size_t kItemLimit = 256;  ///< far more than any item means; the rest is passed over
+constexpr std::uintmax_t kLargestFile = 1 << 20;  ///< a whole file of settings has 266 characters
+constexpr std::size_t kItemLimit = 256;           ///< far more than any item means; the rest is passed over
 
 }  // namespace
 
@@ -30,7 +31,8 @@ void FileNumberOne::openForInput(const std::filesystem::path& path) {
         throw RuntimeFault::fileAccess();
     std::error_code ignored;
     // A folder, a pipe or a device opens well enough and then never ends, or never answers.
-    if (std::filesystem::exists(path, ignored) && !std::filesystem::is_regular_file(path, ignored))
+    if (std::filesystem::exists(path, ignored) && (!std::filesystem::is_regular_file(path, ignored) ||
+                                                   std::filesystem::file_size(path, ignored) > kLargestFile))
         throw RuntimeFault::fileAccess();
     open(path, "rb");
     writing_ = false;

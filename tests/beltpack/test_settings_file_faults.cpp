@@ -1,6 +1,7 @@
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <QElapsedTimer>
 #include <QTest>
 #include <csignal>
 
@@ -41,6 +42,8 @@ class TestSettingsFileFaults : public QObject {
 private Q_SLOTS:
     void cannotBeOpened_data();
     void cannotBeOpened();
+    void tooLarge_data();
+    void tooLarge();
     void noRights();
     void emptyFile();
     void unreadable();
@@ -98,6 +101,33 @@ void TestSettingsFileFaults::cannotBeOpened() {
     QCOMPARE(bench.values(), QStringList(21, QString(10, ' ')));
     QCOMPARE(bench.save(bench.pathOf(name)), canBeCreated ? QStringList{kSaved} : kNotSaved);
     expectIsClosed(bench);
+}
+
+void TestSettingsFileFaults::tooLarge_data() {
+    QTest::addColumn<qint64>("size");
+    QTest::addColumn<bool>("loads");
+    constexpr qint64 kMost = 1 << 20;
+    QTest::newRow("as large as may be") << kMost << true;
+    QTest::newRow("one too many") << kMost + 1 << false;
+    QTest::newRow("4 GB of nothing") << (qint64{4} << 30) << false;
+}
+
+// No file of settings is larger, and the window must not stand still for one that is none.
+void TestSettingsFileFaults::tooLarge() {
+    QFETCH(qint64, size);
+    QFETCH(bool, loads);
+    FileBench bench;
+    const QString path = bench.make(kWholeFile);
+    QVERIFY(QFile::resize(path, size));  // sparse: the rest is NUL bytes
+    QElapsedTimer timer;
+    timer.start();
+    const QStringList happened = bench.load(path);
+    QVERIFY(timer.elapsed() < 1000);
+    if (loads)
+        QCOMPARE(happened.last(), kLoaded);
+    else
+        QCOMPARE(happened, kNotLoaded);
+    QCOMPARE(bench.values(), loads ? kWholeValues : QStringList(21, QString(10, ' ')));
 }
 
 void TestSettingsFileFaults::noRights() {
