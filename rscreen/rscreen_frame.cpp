@@ -72,6 +72,7 @@ std::string RScreenFrame::savePicture(const std::string& path) {
     bitmap.open(QIODevice::WriteOnly);
     picture_->image().save(&bitmap, "BMP");
     QSaveFile file(name);
+    file.setDirectWriteFallback(true);  // a folder may forbid new files and yet hold one that may be written
     // Only a file that took every byte replaces the one of its name.
     const bool opened = file.open(QIODevice::WriteOnly);
     if (opened && file.write(bitmap.data()) == bitmap.size() && file.flush() &&

@@ -92,6 +92,7 @@ private Q_SLOTS:
     void noSuchFolder();
     void folderOfThatName();
     void folderWithoutRights();
+    void fileThatMayBeWrittenThere();
     void noRoom_data();
     void noRoom();
     void fullDisk_data();
@@ -223,6 +224,24 @@ void TestDumpFile::folderWithoutRights() {
     demandFailure(path("Grab17.bmp"));
     QCOMPARE(contentOf(path("Grab17.bmp")), kOlder);
     QCOMPARE(entriesOf(folder_->path()), QStringList("Grab17.bmp"));
+    QVERIFY(QFile::setPermissions(folder_->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
+// The folder takes no new file, but the one of that name may be written.
+void TestDumpFile::fileThatMayBeWrittenThere() {
+    QVERIFY(write(path("Grab17.bmp"), kOlder));
+    constexpr auto kAll = QFile::ReadOwner | QFile::WriteOwner | QFile::ReadGroup | QFile::WriteGroup |
+                          QFile::ReadOther | QFile::WriteOther;
+    QVERIFY(QFile::setPermissions(path("Grab17.bmp"), kAll));
+    QVERIFY(QFile::setPermissions(folder_->path(), QFile::ReadOwner | QFile::ExeOwner | QFile::ReadOther |
+                                                       QFile::ExeOther | QFile::ReadGroup | QFile::ExeGroup));
+    {
+        const WithoutPrivileges nobody;
+        page_->bench.click("CommandScreenDump");
+    }
+    const BitmapFile file = BitmapFile::read(path("Grab17.bmp"));
+    QCOMPARE(file.problem, QString());
+    QCOMPARE(file.image, ScreenPage::drawn(pictureBytes(3)));
     QVERIFY(QFile::setPermissions(folder_->path(), QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
 }
 
