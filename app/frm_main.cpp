@@ -112,12 +112,6 @@ void FrmMain::portLost() {
         "The connection to the port was lost: check the cable, then choose the port again in the menu."));
 }
 
-void FrmMain::settingsNotSaved() {
-    console_.messageBox(
-        "The settings could not be saved.\r\nCheck the space and the rights of the settings folder.",
-        Icon::critical, {});
-}
-
 void FrmMain::showPortLabel(const std::string& text) {
     labelComPort_->setText(fromLatin1(text));
     labelComPort_->setToolTip(portHover());

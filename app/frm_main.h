@@ -33,8 +33,6 @@ public:
     void load();
     /// The open port's device went away.
     void portLost();
-    /// The settings could not be saved.
-    void settingsNotSaved();
     /// The program ends: a unit in calibration mode is told to leave it first.
     void closePort() { link_.closePort(); }
 

@@ -2,8 +2,10 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "app/end_signals.h"
 #include "app/frm_main.h"
 #include "form/guard.h"
+#include "form/message_box.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
@@ -17,12 +19,14 @@ int main(int argc, char** argv) {
     quorvex::QtSettingsStore store;
     quorvex::FrmMain window({port, loop, store});
     port.onLost([&window] { window.portLost(); });
-    store.onSaveFailed([&window] { window.settingsNotSaved(); });
+    store.onFailure([](const std::string& text) { quorvex::showMessageBox(text, quorvex::Icon::critical); });
     quorvex::setProgramEnd([&](int status) {
         window.closePort();
         std::fflush(nullptr);
         std::_Exit(status);
     });
+
+    const quorvex::EndSignals endSignals;
 
     window.show();
     window.load();

@@ -4,6 +4,7 @@
 #include <QFileInfo>
 #include <QSettings>
 #include <QStandardPaths>
+#include <utility>
 
 #include "link/qt_text.h"
 
@@ -21,6 +22,19 @@ QString settingKey(std::string_view key) {
     return QStringLiteral("Settings/") + fromLatin1(key);
 }
 
+/// What stands where the settings or their lock are kept and is no ordinary file, so that to open it may wait
+/// without end, or lose what it is; empty when nothing does.
+QString inTheWay() {
+#ifndef Q_OS_WIN
+    for (const char* ending : {"", ".lock"}) {
+        const QFileInfo info(QtSettingsStore::location() + QLatin1String(ending));
+        if ((info.exists() || info.isSymLink()) && !info.isFile())
+            return info.filePath();
+    }
+#endif
+    return {};
+}
+
 }  // namespace
 
 QString QtSettingsStore::location() {
@@ -33,6 +47,11 @@ QString QtSettingsStore::location() {
 }
 
 std::string QtSettingsStore::get(std::string_view key, std::string_view byDefault) const {
+    if (const QString thing = inTheWay(); !thing.isEmpty()) {
+        if (!std::exchange(unreadableTold_, true))
+            tell_("The settings cannot be read: " + thing.toStdString() + " is no ordinary file.");
+        return std::string(byDefault);
+    }
     QSettings settings(location(), kFormat);
     settings.sync();  // another program may have written since
     const QVariant stored = settings.value(settingKey(key));
@@ -43,6 +62,10 @@ std::string QtSettingsStore::get(std::string_view key, std::string_view byDefaul
 }
 
 void QtSettingsStore::save(std::string_view key, std::string_view text) {
+    if (const QString thing = inTheWay(); !thing.isEmpty()) {
+        tell_("The settings could not be saved.\r\n" + thing.toStdString() + " is no ordinary file.");
+        return;
+    }
 #ifndef Q_OS_WIN
     QDir().mkpath(QFileInfo(location()).absolutePath());
 #endif
@@ -58,8 +81,7 @@ void QtSettingsStore::save(std::string_view key, std::string_view text) {
         settings.setValue(settingKey(key), before);
     else
         settings.remove(settingKey(key));
-    if (saveFailed_)
-        saveFailed_();
+    tell_("The settings could not be saved.\r\nCheck the space and the rights of the settings folder.");
 }
 
 }  // namespace quorvex

@@ -18,11 +18,13 @@ public:
     /// The file, or the registry branch.
     static QString location();
 
-    /// Called when something could not be saved; what was stored before stays.
-    void onSaveFailed(std::function<void()> handler) { saveFailed_ = std::move(handler); }
+    /// Called with what the operator must know when something could not be saved, what was stored before
+    /// stays then, or, once, when nothing can be read.
+    void onFailure(std::function<void(const std::string&)> handler) { tell_ = std::move(handler); }
 
 private:
-    std::function<void()> saveFailed_;
+    std::function<void(const std::string&)> tell_ = [](const std::string&) {};
+    mutable bool unreadableTold_ = false;
 };
 
 }  // namespace quorvex

@@ -62,7 +62,6 @@ int takeTour(const QDir& folder) {
     QtSettingsStore store;
     FrmMain window({port, loop, store});
     port.onLost([&window] { window.portLost(); });
-    store.onSaveFailed([&window] { window.settingsNotSaved(); });
     Tour tour(window, folder, {folder.path().toStdString(), [&held](const std::string& unitPort) {
                                    return held.at(unitPort)();
                                }});

@@ -1,3 +1,6 @@
+#include <sys/stat.h>
+
+#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QTest>
@@ -17,6 +20,8 @@ private Q_SLOTS:
     void notSaved_data();
     void notSaved();
     void savedAmongNonsense();
+    void somethingElseInItsPlace_data();
+    void somethingElseInItsPlace();
 
 private:
     void write(const QByteArray& text);
@@ -58,7 +63,7 @@ void TestSettingsStore::notSaved() {
     QVERIFY(QFile::setPermissions(folder_->path(), kReadable));
     QtSettingsStore store;
     int failures = 0;
-    store.onSaveFailed([&] { ++failures; });
+    store.onFailure([&](const std::string&) { ++failures; });
     {
         const WithoutPrivileges rest;
         store.save("ComPort", "2");
@@ -74,11 +79,54 @@ void TestSettingsStore::savedAmongNonsense() {
     write("garbage\n[Settings\nComPort=2\n=3\n");
     QtSettingsStore store;
     int failures = 0;
-    store.onSaveFailed([&] { ++failures; });
+    store.onFailure([&](const std::string&) { ++failures; });
     store.save("ComPort", "7");
     QCOMPARE(failures, 0);
     QCOMPARE(store.get("ComPort", "none"), "7");
     QVERIFY2(content().contains("ComPort=7"), content().constData());
+}
+
+void TestSettingsStore::somethingElseInItsPlace_data() {
+    QTest::addColumn<QString>("what");
+    QTest::addColumn<QString>("ending");
+    for (const char* ending : {"", ".lock"}) {
+        for (const char* what : {"FIFO", "socket", "folder", "link to a device", "link to nothing"})
+            QTest::addRow("%s%s", what, ending) << what << ending;
+    }
+}
+
+// It is told of within a moment, once for reading and at each save, and stays what it is.
+void TestSettingsStore::somethingElseInItsPlace() {
+    QFETCH(QString, what);
+    QFETCH(QString, ending);
+    const QString name = QtSettingsStore::location() + ending;
+    const QByteArray path = name.toLocal8Bit();
+    if (what == "FIFO")
+        QCOMPARE(::mkfifo(path.constData(), 0600), 0);
+    else if (what == "socket")
+        QCOMPARE(::mknod(path.constData(), S_IFSOCK | 0600, 0), 0);
+    else if (what == "folder")
+        QVERIFY(QDir().mkdir(name));
+    else
+        QVERIFY(QFile::link(what == "link to a device" ? "/dev/full" : "/nowhere/at/all", name));
+    struct stat before {};
+    QCOMPARE(::lstat(path.constData(), &before), 0);
+
+    QtSettingsStore store;
+    std::vector<std::string> told;
+    store.onFailure([&](const std::string& text) { told.push_back(text); });
+    QCOMPARE(store.get("ComPort", "1"), std::string("1"));
+    QCOMPARE(store.get("RfModule", "0"), std::string("0"));
+    QCOMPARE(told, std::vector<std::string>{"The settings cannot be read: " + name.toStdString() +
+                                            " is no ordinary file."});
+    told.clear();
+    store.save("ComPort", "3");
+    QCOMPARE(told, std::vector<std::string>{"The settings could not be saved.\r\n" + name.toStdString() +
+                                            " is no ordinary file."});
+    struct stat after {};
+    QCOMPARE(::lstat(path.constData(), &after), 0);
+    QCOMPARE(after.st_ino, before.st_ino);
+    QCOMPARE(after.st_mode, before.st_mode);
 }
 
 }  // namespace quorvex
