@@ -9,7 +9,7 @@ class EventLoop {
 public:
     virtual ~EventLoop() = default;
 
-    /// Milliseconds since the system started, as a signed 32-bit count.
+    /// Milliseconds since the program started, as a signed 32-bit count.
     virtual std::int32_t ticks() const = 0;
     /// Lets the window handle its events; returns when something has happened (an event, a character on
     /// the port) or when `untilTick` is reached. Other operations may run inside this call.

@@ -1,7 +1,6 @@
 #include "link/qt_event_loop.h"
 
 #include <QCoreApplication>
-#include <chrono>
 
 namespace quorvex {
 
@@ -11,8 +10,9 @@ QtEventLoop::QtEventLoop() {
 }
 
 std::int32_t QtEventLoop::ticks() const {
-    const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();
-    const auto ms = std::chrono::duration_cast<std::chrono::milliseconds>(sinceStart).count();
+    const auto ms =
+        std::chrono::duration_cast<std::chrono::milliseconds>(std::chrono::steady_clock::now() - begun_)
+            .count();
     return static_cast<std::int32_t>(static_cast<std::uint32_t>(ms));
 }
 

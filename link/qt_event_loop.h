@@ -1,13 +1,14 @@
 #pragma once
 
 #include <QTimer>
+#include <chrono>
 
 #include "link/event_loop.h"
 
 namespace quorvex {
 
-/// Qt's event loop and the system's monotonic clock. Waiting sleeps until an event, a character on an open
-/// port or the deadline wakes it.
+/// Qt's event loop and a clock that starts with it, so that however long the machine has been up changes
+/// nothing. Waiting sleeps until an event, a character on an open port or the deadline wakes it.
 class QtEventLoop : public EventLoop {
 public:
     QtEventLoop();
@@ -15,6 +16,7 @@ public:
     void run(std::int32_t untilTick) override;
 
 private:
+    std::chrono::steady_clock::time_point begun_ = std::chrono::steady_clock::now();
     QTimer deadline_;
 };
 

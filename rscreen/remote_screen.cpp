@@ -58,7 +58,11 @@ bool RemoteScreen::capture() {
     const Held wanted(isCaptureWanted_, [this, number = ++captures_, front = window_.inFront()] {
         return number == captures_ && front == window_.inFront();
     });
-    return link_.GetDataBuffer(kByteLimit, kFrameBytes, isCaptureWanted_);
+    try {
+        return link_.GetDataBuffer(kByteLimit, kFrameBytes, isCaptureWanted_);
+    } catch (const RuntimeFault&) {
+        return false;  // the tick count is near its end; a picture is not worth the program
+    }
 }
 
 void RemoteScreen::autoIncValText_Change() {

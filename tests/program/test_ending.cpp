@@ -1,6 +1,7 @@
 #include <QElapsedTimer>
 #include <QFile>
 #include <QTest>
+#include <csignal>
 
 #include "tests/support/bench_top.h"
 #include "tests/support/cpu_time.h"
@@ -34,6 +35,9 @@ private Q_SLOTS:
     void deepInExchanges();
     void withoutAPort_data();
     void withoutAPort();
+    void signalled_data();
+    void signalled();
+    void signalledAtRest();
     void storedPortIsNoNumber();
     void storedModuleIsNoNumber();
     void productionBeforeAnyRead();
@@ -160,6 +164,30 @@ void TestEnding::withoutAPort() {
     QCOMPARE(bench_->program().text("LabelComPort"), "No Comms");
     leave(way);
     QCOMPARE(bench_->program().end(), "exit 0");
+}
+
+void TestEnding::signalled_data() {
+    QTest::addColumn<int>("number");
+    QTest::newRow("terminated") << SIGTERM;
+    QTest::newRow("interrupted") << SIGINT;
+    QTest::newRow("terminal gone") << SIGHUP;
+}
+
+// As by "&Exit": the antenna, in calibration mode while its threshold is awaited, is told to leave it.
+void TestEnding::signalled() {
+    QFETCH(int, number);
+    startCalibration();
+    QCOMPARE(::kill(static_cast<pid_t>(bench_->program().id()), number), 0);
+    QCOMPARE(bench_->program().end(), "exit 0");
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->unit().received().last(), "! 03080000", kLimitMs);
+}
+
+void TestEnding::signalledAtRest() {
+    bench_->plugIn(1, {"beltpack", "--module", "rm5"});
+    QVERIFY(bench_->start());
+    QCOMPARE(::kill(static_cast<pid_t>(bench_->program().id()), SIGTERM), 0);
+    QCOMPARE(bench_->program().end(), "exit 0");
+    QCOMPARE(bench_->unit().received(), QStringList());
 }
 
 /// The report of a setting that holds "abc": what to mend, and where.
