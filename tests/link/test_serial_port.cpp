@@ -1,4 +1,6 @@
+#include <fcntl.h>
 #include <sys/resource.h>
+#include <termios.h>
 #include <unistd.h>
 
 #include <QCoreApplication>
@@ -80,6 +82,7 @@ class TestSerialPort : public QObject {
 private Q_SLOTS:
     void init();
     void cleanup();
+    void lineSettings();
     void arrivedOnly_data();
     void arrivedOnly();
     void arrivedOnlyIsAtOnce();
@@ -128,6 +131,21 @@ void TestSerialPort::cleanup() {
     link_.reset();
     port_.reset();
     terminal_.reset();
+}
+
+// As far as a pseudo-terminal keeps them: it knows no even parity and no 7 bits.
+void TestSerialPort::lineSettings() {
+    const int device = ::open(terminal_->path().toLocal8Bit().constData(), O_RDWR | O_NOCTTY);
+    QVERIFY(device >= 0);
+    termios settings{};
+    const int asked = ::tcgetattr(device, &settings);
+    ::close(device);
+    QCOMPARE(asked, 0);
+    QCOMPARE(::cfgetispeed(&settings), speed_t{B19200});
+    QCOMPARE(::cfgetospeed(&settings), speed_t{B19200});
+    QCOMPARE(settings.c_cflag & CSIZE, tcflag_t{CS8});
+    QCOMPARE(settings.c_cflag & (PARENB | PARODD | CSTOPB | CRTSCTS), tcflag_t{0});
+    QCOMPARE(settings.c_iflag & (IXON | IXOFF | IXANY | INPCK), tcflag_t{0});
 }
 
 // No event has run between the arrival and the read.
