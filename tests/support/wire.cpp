@@ -31,6 +31,8 @@ void Wire::openDevice(int number) {
         throw RuntimeFault(8005, "The port cannot be opened");
     }
     journal_.note("open " + QString::number(number));
+    if (const auto found = units_.find(number); found != units_.end())
+        unit_ = found->second;
     inTheAir_.clear();
     arrived_.clear();
     line_.clear();

@@ -33,6 +33,8 @@ public:
 
     /// The unit must outlive the wire; null for none.
     void plugIn(sim::Unit* unit) { unit_ = unit; }
+    /// The unit that the program meets when it opens COM`number` from now on.
+    void plugIn(int number, sim::Unit* unit) { units_[number] = unit; }
     /// What comes back for `line` each time, byte by byte as written; the unit does not see that line.
     void answer(const QString& line, const QByteArray& reply) { written_[line] = reply; }
     /// COM`number` cannot be opened from now on, or can again.
@@ -71,6 +73,7 @@ private:
     const Clock& clock_;
     Journal& journal_;
     sim::Unit* unit_ = nullptr;
+    std::map<int, sim::Unit*> units_;
     std::map<QString, QByteArray> written_;
     std::set<int> refused_;
     std::function<void(const QString&)> onLine_;
