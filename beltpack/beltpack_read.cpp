@@ -1,5 +1,7 @@
 #include "beltpack/beltpack_read.h"
 
+#include <functional>
+
 #include "link/reply.h"
 #include "link/runtime_fault.h"
 
@@ -75,19 +77,22 @@ void BeltpackRead::detectRfModule(Operation& operation) {
 void BeltpackRead::readParameters(Operation& operation) {
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
         Parameter& parameter = image_[i];
+        const std::function<bool()> isAlone = image_.untilReplaced();
         const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
         if (reply != kError) {
             parameter.storeReply(reply);
             parameter.available = "1";
         } else if (i == SettingsImage::kPsn || !operation.isWanted()) {
             throw RuntimeFault::noReply();
-        } else {
+        } else if (isAlone()) {  // a read in this wait has found out whether the unit has it
             parameter.available = "0";
             parameter.value = "N/A";
             // The name is shown as the field holds it, its trailing blanks too.
             link_.status("Option " + parameter.name.str() + "unavailable!", kRed);
         }
     }
+    if (!image_.isFilled())  // a read in one of these waits has blanked it and found no unit
+        throw RuntimeFault::noReply();
 }
 
 void BeltpackRead::readCalibration(Operation& operation) {
