@@ -5,18 +5,11 @@
 #include <QTimer>
 
 #include "rscreen/rscreen_picture.h"
-#include "simulator/beltpack.h"
 #include "tests/rscreen/frames.h"
 #include "tests/support/bench.h"
+#include "tests/support/talking_beltpack.h"
 
 namespace quorvex {
-
-/// A Beltpack that also sends what a test gives it.
-class TalkingBeltpack : public sim::Beltpack {
-public:
-    using Beltpack::Beltpack;
-    void say(const QByteArray& bytes, std::int64_t atMs) { send(bytes.toStdString(), "test bytes", atMs); }
-};
 
 /// The page "R-Screen" of the main window on a bench. The window's timer runs there as ever, by the real
 /// clock; tick() adds a tick of it at a moment that a test can choose.
