@@ -96,6 +96,8 @@ void Operator::handleBox(QMessageBox& box) {
     journal_.note(entry(iconName(box.icon()), box.windowTitle(), buttonNames(box), box.text()) + modality);
     if (look_)
         look_(box);
+    if (!box.isVisible())
+        return;
     if (QAbstractButton* ok = box.button(QMessageBox::Ok))
         hand::click(*ok);
     if (box.isVisible()) {

@@ -23,7 +23,7 @@ public:
     void plan(std::function<void(QDialog&)> handling) { plans_.push_back(std::move(handling)); }
     /// Dialogs that were planned and never opened.
     std::size_t plansLeft() const { return plans_.size(); }
-    /// Called for each message box before its OK is clicked.
+    /// Called for each message box before its OK is clicked, which it may do itself.
     void beforeOk(std::function<void(QMessageBox&)> look) { look_ = std::move(look); }
 
 protected:
