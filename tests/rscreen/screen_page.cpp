@@ -6,7 +6,8 @@
 
 namespace quorvex {
 
-ScreenPage::ScreenPage() {
+ScreenPage::ScreenPage(sim::RfModule module) : unit_(module) {
+    bench.store.put("RfModule", module == kKirk ? "1" : "0");
     bench.wire.plugIn(&unit_);
     bench.start();
     bench.journal.take();

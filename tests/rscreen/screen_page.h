@@ -16,7 +16,7 @@ namespace quorvex {
 class ScreenPage {
 public:
     /// Shows the window; the page in front is still the first one.
-    ScreenPage();
+    explicit ScreenPage(sim::RfModule module = kRm5);
 
     Bench bench;
 
@@ -35,7 +35,7 @@ public:
     static QImage drawn(const QByteArray& picture);
 
 private:
-    TalkingBeltpack unit_{kRm5};
+    TalkingBeltpack unit_;
 };
 
 }  // namespace quorvex
