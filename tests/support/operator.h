@@ -21,6 +21,8 @@ public:
     /// What is done with the next dialog that opens, by its controls. One that is still open afterwards is
     /// noted and sent away.
     void plan(std::function<void(QDialog&)> handling) { plans_.push_back(std::move(handling)); }
+    /// What is planned is not done any more.
+    void forgetPlans() { plans_.clear(); }
     /// Dialogs that were planned and never opened.
     std::size_t plansLeft() const { return plans_.size(); }
     /// Called for each message box before its OK is clicked, which it may do itself.

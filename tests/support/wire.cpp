@@ -17,8 +17,16 @@ void Wire::refuse(int number, bool refused) {
         refused_.erase(number);
 }
 
+void Wire::babble(const QByteArray& bytes, std::int64_t everyMs) {
+    babble_ = bytes;
+    babbleEveryMs_ = everyMs;
+    nextBabbleMs_ = clock_.nowMs + everyMs;
+}
+
 std::optional<std::int64_t> Wire::nextEventMs() const {
     std::optional<std::int64_t> next = unit_ ? unit_->nextEventMs() : std::nullopt;
+    if (!babble_.isEmpty())
+        next = std::min(next.value_or(nextBabbleMs_), nextBabbleMs_);
     if (!inTheAir_.empty())
         next = std::min(next.value_or(inTheAir_.front().dueMs), inTheAir_.front().dueMs);
     return next;
@@ -51,6 +59,8 @@ void Wire::collect() {
         if (!bytes.empty())
             inTheAir_.push_back({clock_.nowMs + kTransitMs, QByteArray::fromStdString(bytes)});
     }
+    for (; !babble_.isEmpty() && nextBabbleMs_ <= clock_.nowMs; nextBabbleMs_ += babbleEveryMs_)
+        inTheAir_.push_back({nextBabbleMs_, babble_});
     while (!inTheAir_.empty() && inTheAir_.front().dueMs <= clock_.nowMs) {
         const QByteArray bytes = inTheAir_.front().bytes;
         inTheAir_.pop_front();

@@ -37,6 +37,8 @@ public:
     void plugIn(int number, sim::Unit* unit) { units_[number] = unit; }
     /// What comes back for `line` each time, byte by byte as written; the unit does not see that line.
     void answer(const QString& line, const QByteArray& reply) { written_[line] = reply; }
+    /// `bytes` come every so many milliseconds from now on, besides what the unit sends; none: no more.
+    void babble(const QByteArray& bytes, std::int64_t everyMs);
     /// COM`number` cannot be opened from now on, or can again.
     void refuse(int number, bool refused = true);
     /// The device goes away, as when the cable is pulled.
@@ -81,6 +83,9 @@ private:
     QByteArray line_;
     std::deque<Piece> inTheAir_;
     std::deque<char> arrived_;
+    QByteArray babble_;
+    std::int64_t babbleEveryMs_ = 0;
+    std::int64_t nextBabbleMs_ = 0;
     bool open_ = false;
 };
 
