@@ -10,6 +10,7 @@ namespace quorvex {
 namespace {
 
 constexpr int kReplyLength = 8;
+constexpr int kRoom = 4;  ///< its own operation, the two of the dialog and a button's
 
 std::int16_t valueOf(const TextField& field) {
     return toInt16(decimalValue(field.text()));
@@ -85,7 +86,7 @@ void CalibRun::calibrateBeltpack(const CalibrationFields& fields, TextField& rss
                                   "Beltpack Calibration Cancelled.",
                                   "Beltpack Calibrated successfully.",
                                   "Error occured during Beltpack Calibration."};
-    Operation operation(link_);
+    Operation operation(link_, {}, kRoom);
     CalResult result = CalResult::none;
     auto dialog = filledDialog(fields, 0, kTexts.caption, result);
     if (module_.isKirk())
@@ -112,7 +113,7 @@ void CalibRun::readBeltpack(Operation& operation, const CalibrationFields& field
 
 void CalibRun::calibrateModule(const Texts& texts, const AntennaModule& module,
                                const CalibrationFields& fields, const TextField& otherFmDeviation) {
-    Operation operation(link_);
+    Operation operation(link_, {}, kRoom);
     CalResult result = CalResult::none;
     auto dialog = filledDialog(fields, valueOf(otherFmDeviation), texts.caption, result);
     if (module_.isKirk()) {

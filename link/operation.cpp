@@ -1,5 +1,6 @@
 #include "link/operation.h"
 
+#include <iterator>
 #include <utility>
 
 #include "link/input_wait.h"
@@ -25,9 +26,9 @@ bool isControl(char c) {
 
 }  // namespace
 
-Operation::Operation(CommandLink& link, std::function<bool()> isWanted)
+Operation::Operation(CommandLink& link, std::function<bool()> isWanted, int room)
     : link_(link), isWanted_(std::move(isWanted)), isPortThere_(link.untilPortGone()) {
-    if (link_.operations_.size() >= kMostAtOnce) {
+    if (std::ssize(link_.operations_) + room > kMostAtOnce) {
         link_.status("Too many operations are waiting for the unit; this one was not started.", kRed);
         throw OperationRefused();
     }

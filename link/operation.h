@@ -35,8 +35,10 @@ public:
     /// As many as this may wait inside each other; a further one is refused.
     static constexpr int kMostAtOnce = 32;
 
-    /// `isWanted`: asked after each wait; once it says no, the operation is over. Throws OperationRefused.
-    explicit Operation(CommandLink& link, std::function<bool()> isWanted = {});
+    /// `isWanted`: asked after each wait; once it says no, the operation is over. `room`: how many there will
+    /// be with those that it begins itself. Throws OperationRefused when there is no room for all of them, so
+    /// that none is refused half way.
+    explicit Operation(CommandLink& link, std::function<bool()> isWanted = {}, int room = 1);
     /// Takes down what it put up: its hourglass, the unit's mode.
     ~Operation();
     Operation(const Operation&) = delete;

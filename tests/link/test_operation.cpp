@@ -44,6 +44,7 @@ private Q_SLOTS:
     void modeOfAUnitThatIsGone();
     void portInUse();
     void refused();
+    void refusedWithoutRoomForAll();
     void refusedLeavesNoTrace();
 
 private:
@@ -254,6 +255,17 @@ void TestOperation::refused() {
     operations.front().reset();
     QCOMPARE(asked(operations.emplace_back(std::in_place, at_->link).value()), "# 02821F");
     QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link));
+}
+
+void TestOperation::refusedWithoutRoomForAll() {
+    std::deque<Operation> operations;
+    for (int i = 0; i < Operation::kMostAtOnce - 2; ++i)
+        operations.emplace_back(at_->link);
+    QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link, {}, 3));
+    QCOMPARE(at_->journal.take(), QStringList(kRefused));
+    const Operation whole(at_->link, {}, 2);
+    const Operation within(at_->link);
+    QCOMPARE(at_->journal.take(), QStringList());
 }
 
 void TestOperation::refusedLeavesNoTrace() {
