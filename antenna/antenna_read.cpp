@@ -59,7 +59,7 @@ void AntennaRead::readAll(Operation& operation) {
 
 void AntennaRead::detectModule(Operation& operation) {
     const std::int16_t detected = answersAsKirk(operation) ? RadioModule::kKirk : RadioModule::kRm5;
-    if (detected != module_.type())
+    if (detected != module_.type() && !operation.isOver())
         module_.change(detected);
 }
 

@@ -234,13 +234,13 @@ void TestOperation::modeOfAUnitThatIsGone() {
 }
 
 void TestOperation::portInUse() {
-    QVERIFY(!at_->link.isPortInUse());
+    QVERIFY(!at_->link.isBusy());
     std::optional<Operation> first(at_->link);
     std::optional<Operation> second(at_->link);
     first.reset();  // in whatever order
-    QVERIFY(at_->link.isPortInUse());
+    QVERIFY(at_->link.isBusy());
     second.reset();
-    QVERIFY(!at_->link.isPortInUse());
+    QVERIFY(!at_->link.isBusy());
 }
 
 void TestOperation::refused() {
@@ -281,7 +281,7 @@ void TestOperation::refusedLeavesNoTrace() {
         at_->link.closePort();  // asks those that there are
         QCOMPARE(at_->journal.take(), QStringList({kRefused, "> # 0102", "close"}));
     }
-    QVERIFY(!at_->link.isPortInUse());
+    QVERIFY(!at_->link.isBusy());
 }
 
 QUORVEX_TEST(TestOperation, quorvex::NoApplication)
