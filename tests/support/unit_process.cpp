@@ -1,16 +1,22 @@
 #include "tests/support/unit_process.h"
 
+#include <sys/prctl.h>
+
+#include <QFile>
+#include <QTest>
+#include <csignal>
+
 namespace quorvex {
 
 namespace {
 constexpr int kLimitMs = 10'000;
 }
 
-UnitProcess::UnitProcess(const QStringList& arguments, const QString& link) {
+UnitProcess::UnitProcess(const QStringList& commandLine) {
     process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process_.start(qEnvironmentVariable("QUORVEX_BIN") + "/quorvex-simulator", QStringList(arguments)
-                                                                                   << "--traffic"
-                                                                                   << "--link" << link);
+    // It ends with whoever started it, however that ends.
+    process_.setChildProcessModifier([] { ::prctl(PR_SET_PDEATHSIG, SIGTERM); });
+    process_.start(qEnvironmentVariable("QUORVEX_BIN") + "/quorvex-simulator", commandLine);
     while (!process_.canReadLine()) {
         if (!process_.waitForReadyRead(kLimitMs))
             return;
@@ -53,6 +59,15 @@ QStringList UnitProcess::exchanged() {
 void UnitProcess::forget() {
     traffic();
     traffic_.clear();
+}
+
+QByteArray UnitProcess::holds(const QString& dump) const {
+    QFile::remove(dump);
+    ::kill(static_cast<pid_t>(process_.processId()), SIGUSR1);
+    // The file appears whole, in one step.
+    QFile file(dump);
+    const bool written = QTest::qWaitFor([&file] { return file.exists(); }, kLimitMs);
+    return written && file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
 void UnitProcess::end() {

@@ -17,7 +17,10 @@ public:
 
     /// `arguments` without --link and --traffic. Returns when the unit is ready
     /// on `link`.
-    UnitProcess(const QStringList& arguments, const QString& link);
+    UnitProcess(const QStringList& arguments, const QString& link)
+        : UnitProcess(arguments + QStringList{"--traffic", "--link", link}) {}
+    /// The whole command line; without --traffic the unit tells nothing of what passes.
+    explicit UnitProcess(const QStringList& commandLine);
     ~UnitProcess();
 
     bool isReady() const { return ready_; }
@@ -28,6 +31,9 @@ public:
     /// Lines both ways so far, "> ..." and "< ...".
     QStringList exchanged();
     void forget();
+    /// What the unit holds now, "NN=DIGITS" in each line; `dump` is the file that it was told to write this
+    /// to.
+    QByteArray holds(const QString& dump) const;
     /// Ends in order, and writes what it holds where it was told to.
     void end();
     /// Ends at once, as a unit whose cable is pulled; its link stays.

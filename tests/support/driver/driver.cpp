@@ -11,9 +11,12 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QMessageBox>
+#include <QPainter>
+#include <QTabWidget>
 #include <QTest>
 #include <QTimer>
 #include <QWindow>
+#include <algorithm>
 #include <array>
 #include <cstdio>
 
@@ -86,6 +89,54 @@ QJsonValue propertyOf(const QString& name, const QString& property) {
     return QJsonValue::fromVariant(object->property(property.toLatin1()));
 }
 
+QString shownBy(QWidget& control) {
+    if (const auto* list = qobject_cast<QListWidget*>(&control)) {
+        const QListWidgetItem* item = list->itemAt(list->viewport()->rect().center());
+        return item ? item->text() : QString();
+    }
+    const auto* button = qobject_cast<QAbstractButton*>(&control);
+    if (button && button->isCheckable())
+        return QString(button->isChecked() ? "on" : "off");
+    return control.property("text").toString();
+}
+
+bool hasColour(QWidget& control, const QColor& colour) {
+    const QImage picture = control.grab().toImage().convertToFormat(QImage::Format_RGB32);
+    const auto* first = reinterpret_cast<const QRgb*>(picture.constBits());
+    const QRgb* end = first + picture.sizeInBytes() / qsizetype{sizeof(QRgb)};
+    return std::find(first, end, colour.rgb()) != end;
+}
+
+QRect placeOf(const QWidget& window) {
+    return {window.mapToGlobal(QPoint()), window.size()};
+}
+
+/// Moves the pointer to where nothing answers to it.
+void leaveWindows() {
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->isVisible())
+            QTest::mouseMove(window->windowHandle(), QPoint(window->width() - 1, window->height() - 1));
+    }
+}
+
+bool takePicture(QWidget& window, const QString& file) {
+    QApplication::setCursorFlashTime(0);
+    QWidget* popup = QApplication::activePopupWidget();
+    if (!popup)
+        leaveWindows();
+    QCoreApplication::processEvents();
+    const QRect place = popup ? placeOf(window).united(placeOf(*popup)) : placeOf(window);
+    QPixmap picture(place.size() * window.devicePixelRatio());
+    picture.setDevicePixelRatio(window.devicePixelRatio());
+    picture.fill(Qt::white);
+    QPainter painter(&picture);
+    painter.drawPixmap(placeOf(window).topLeft() - place.topLeft(), window.grab());
+    if (popup)
+        painter.drawPixmap(placeOf(*popup).topLeft() - place.topLeft(), popup->grab());
+    painter.end();
+    return picture.save(file);
+}
+
 }  // namespace
 
 Driver::Driver() : input_(STDIN_FILENO, QSocketNotifier::Read) {
@@ -131,41 +182,83 @@ QJsonObject Driver::answer(const QJsonObject& command) {
     auto* control = find<QWidget>(name);
     if (!control || !control->isVisible())
         return error("not to be seen: " + name);
-    if (deed == "click")
-        return click(name);
-    if (deed == "colour")
-        return value(control->palette().color(control->foregroundRole()).name());
-    if (deed == "items") {
-        QJsonArray items;
-        const auto* list = qobject_cast<QComboBox*>(control);
-        for (int i = 0; list && i < list->count(); ++i)
-            items.append(list->itemText(i));
-        return value(items);
-    }
-    if (deed == "shown") {
-        const auto* list = qobject_cast<QListWidget*>(control);
-        const QListWidgetItem* item = list ? list->itemAt(list->viewport()->rect().center()) : nullptr;
-        return value(item ? item->text() : QString());
-    }
-    QWindow* window = control->window()->windowHandle();
-    if (deed == "key") {
-        const auto key = static_cast<Qt::Key>(command["key"].toInt());
-        later([window, key] { QTest::keyClick(window, key); });
-        return value(true);
-    }
-    if (deed == "close") {
-        later([window] { window->close(); });
-        return value(true);
-    }
-    return error("cannot " + deed);
+    const QJsonValue told = tell(deed, *control, command);
+    if (!told.isUndefined())
+        return value(told);
+    return handle(deed, *control, command) ? value(true) : error("cannot " + deed + " at " + name);
 }
 
-QJsonObject Driver::click(const QString& name) {
-    const auto* control = find<QWidget>(name);
-    QWindow* window = control->window()->windowHandle();
-    const QPoint place = control->mapTo(control->window(), control->rect().center());
-    later([window, place] { QTest::mouseClick(window, Qt::LeftButton, {}, place); });
-    return value(true);
+QJsonValue Driver::tell(const QString& deed, QWidget& control, const QJsonObject& command) {
+    if (deed == "colour")
+        return control.palette().color(control.foregroundRole()).name();
+    if (deed == "has")
+        return hasColour(control, QColor(command["colour"].toString()));
+    if (deed == "shown")
+        return shownBy(control);
+    if (deed == "items") {
+        QJsonArray items;
+        const auto* list = qobject_cast<QComboBox*>(&control);
+        for (int i = 0; list && i < list->count(); ++i)
+            items.append(list->itemText(i));
+        return items;
+    }
+    if (deed == "isOpen") {
+        const auto* list = qobject_cast<QComboBox*>(&control);
+        return list && list->view()->isVisible() &&
+               QApplication::activePopupWidget() == list->view()->window();
+    }
+    if (deed == "activate") {
+        if (!QApplication::activePopupWidget() && !control.window()->isActiveWindow())
+            control.window()->activateWindow();
+        return QApplication::activePopupWidget() || control.window()->isActiveWindow();
+    }
+    if (deed == "picture")
+        return takePicture(*control.window(), command["file"].toString());
+    return QJsonValue::Undefined;
+}
+
+bool Driver::handle(const QString& deed, QWidget& control, const QJsonObject& command) {
+    QWindow* window = control.window()->windowHandle();
+    if (deed == "click")
+        return clickAt(control, control.rect().center());
+    if (deed == "clickText")
+        return clickText(control, command["text"].toString());
+    if (deed == "key")
+        later([window, key = static_cast<Qt::Key>(command["key"].toInt())] { QTest::keyClick(window, key); });
+    else if (deed == "type")
+        later([window, text = command["text"].toString()] {
+            QTest::keyClick(window, Qt::Key_A, Qt::ControlModifier);
+            for (const QChar c : text)
+                QTest::keyClick(window, c.toLatin1());
+        });
+    else if (deed == "close")
+        later([window] { window->close(); });
+    else
+        return false;
+    return true;
+}
+
+bool Driver::clickAt(const QWidget& widget, QPoint place) {
+    const QPoint there = widget.mapTo(widget.window(), place);
+    later([window = widget.window()->windowHandle(), there] {
+        QTest::mouseClick(window, Qt::LeftButton, {}, there);
+    });
+    return true;
+}
+
+bool Driver::clickText(QWidget& control, const QString& text) {
+    if (const auto* tabs = qobject_cast<QTabWidget*>(&control)) {
+        for (int i = 0; i < tabs->count(); ++i) {
+            if (tabs->tabText(i) == text)
+                return clickAt(*tabs->tabBar(), tabs->tabBar()->tabRect(i).center());
+        }
+    }
+    if (const auto* list = qobject_cast<QComboBox*>(&control)) {
+        const QModelIndex item = list->model()->index(list->findText(text), list->modelColumn());
+        if (item.isValid() && list->view()->isVisible())
+            return clickAt(*list->view()->viewport(), list->view()->visualRect(item).center());
+    }
+    return false;
 }
 
 QJsonObject Driver::clickItem(const QString& name) {
@@ -183,10 +276,7 @@ QJsonObject Driver::clickItem(const QString& name) {
             place = bar->actionGeometry(item);
         else if (const auto* menu = qobject_cast<QMenu*>(widget))
             place = menu->actionGeometry(item);
-        QWindow* window = widget->window()->windowHandle();
-        const QPoint middle = widget->mapTo(widget->window(), place.center());
-        later([window, middle] { QTest::mouseClick(window, Qt::LeftButton, {}, middle); });
-        return value(true);
+        return value(clickAt(*widget, place.center()));
     }
     return error("not to be seen: " + name);
 }
@@ -196,10 +286,7 @@ QJsonObject Driver::clickOk() {
     const QAbstractButton* ok = box ? box->button(QMessageBox::Ok) : nullptr;
     if (!ok)
         return error("no box in front");
-    QWindow* window = box->windowHandle();
-    const QPoint place = ok->mapTo(box, ok->rect().center());
-    later([window, place] { QTest::mouseClick(window, Qt::LeftButton, {}, place); });
-    return value(true);
+    return value(clickAt(*ok, ok->rect().center()));
 }
 
 void Driver::later(std::function<void()> deed) {

@@ -20,16 +20,28 @@ namespace quorvex {
 ///     control or menu item
 ///     {"do":"items","name":N}                         texts of a drop-down
 ///     list
-///     {"do":"shown","name":N}                         text of the item that a
-///     one-item list shows
+///     {"do":"shown","name":N}                         what a person reads of
+///     a control: text, "on" or "off", the item of a one-item list
+///     {"do":"isOpen","name":N}                        whether a drop-down list
+///     is open
+///     {"do":"has","name":N,"colour":C}                whether a control shows
+///     anything in that colour
+///     {"do":"picture","name":N,"file":F}              a picture of a window,
+///     with the menu or drop-down list that is open
 ///     {"do":"click","name":N}                         a click on the middle of
 ///     a control
+///     {"do":"clickText","name":N,"text":T}            a click on a page's tab,
+///     or on an item of an open drop-down list
 ///     {"do":"clickItem","name":N}                     a click on a menu, or on
 ///     an item of an open menu
 ///     {"do":"clickOk"}                                a click on OK of the box
 ///     in front
 ///     {"do":"key","name":N,"key":K}                   a key for the window of
 ///     the control
+///     {"do":"type","name":N,"text":T}                 keys that replace what
+///     the field with the focus holds
+///     {"do":"activate","name":N}                      gives the window of the
+///     control the keyboard; whether it has it
 ///     {"do":"close","name":N}                         the close button of a
 ///     window's frame
 ///     {"do":"pointer"}                                "normal" or "hourglass"
@@ -45,7 +57,11 @@ public:
 private:
     void readInput();
     QJsonObject answer(const QJsonObject& command);
-    QJsonObject click(const QString& name);
+    /// What a control tells; undefined if the command asks for a deed.
+    QJsonValue tell(const QString& deed, QWidget& control, const QJsonObject& command);
+    bool handle(const QString& deed, QWidget& control, const QJsonObject& command);
+    bool clickAt(const QWidget& widget, QPoint place);
+    bool clickText(QWidget& control, const QString& text);
     QJsonObject clickItem(const QString& name);
     QJsonObject clickOk();
     void later(std::function<void()> deed);
