@@ -1,26 +1,10 @@
-#include <QApplication>
-#include <QCursor>
-#include <QScreen>
-#include <QTimer>
+#include <QCoreApplication>
 #include <cstdio>
-#include <functional>
-#include <list>
-#include <map>
-#include <stdexcept>
-#include <thread>
 
-#include "app/frm_main.h"
-#include "form/guard.h"
-#include "link/qt_event_loop.h"
-#include "link/qt_serial_port.h"
-#include "link/qt_settings_store.h"
-#include "tour/simulated_unit.h"
-#include "tour/tour.h"
-#include "tour/units.h"
+#include "tour/steps.h"
 
 namespace {
 
-using namespace quorvex;
 using namespace quorvex::tour;
 
 /// The folder of everything that the tour makes, empty of what an earlier one has left.
@@ -29,7 +13,7 @@ QDir makeFolder(const QString& path) {
     for (const char* name : {"ports", "config"}) {
         QDir(folder.filePath(name)).removeRecursively();
         if (!folder.mkpath(name))
-            throw std::runtime_error("Cannot make the folder " + folder.filePath(name).toStdString());
+            throw TourFailure("Cannot make the folder " + folder.filePath(name));
     }
     const QStringList made = folder.entryList({"[0-9][0-9]-*.png", "*.bpc", "*.bmp"}, QDir::Files);
     for (const QString& file : made)
@@ -37,47 +21,38 @@ QDir makeFolder(const QString& path) {
     return QDir(folder.absolutePath());
 }
 
-/// Keeps what the pictures show from depending on chance.
-void holdStill(QWidget& window) {
-    QApplication::setCursorFlashTime(0);
-    const QRect screen = window.screen()->availableGeometry();
-    window.move(screen.topLeft() + QPoint(40, 40));
-    QCursor::setPos(screen.bottomRight());
+/// Takes the step, prints its outcome and leaves a picture of it.
+bool takeStep(Visitor& visitor, int number, const Step& step) {
+    const QString picture = QString::asprintf("%02d-%s", number, step.name);
+    std::printf("%02d %-24s", number, step.name);
+    std::fflush(stdout);
+    try {
+        step.take(visitor);
+        visitor.takePicture(picture + ".png");
+    } catch (const TourFailure& failure) {
+        std::printf("FAILED: %s\n", failure.what());
+        visitor.takePicture(picture + "-failed.png");
+        return false;
+    }
+    std::printf("ok\n");
+    return true;
 }
 
+/// Stops at the first step that fails, since those after it build on it.
 int takeTour(const QDir& folder) {
-    std::list<SimulatedUnit> units;
-    std::map<std::string, std::function<std::string()>> held;
-    const QString ports = folder.filePath("ports");
-    for (const Unit* unit :
-         {&rm5Beltpack(), &kirkBeltpack(), &rm5Antenna(), &kirkAntenna(), &displayBeltpack()}) {
-        const SimulatedUnit& simulated =
-            units.emplace_back(QApplication::applicationDirPath() + QStringLiteral("/quorvex-simulator"),
-                               unit->arguments(ports));
-        held[unit->port] = [&simulated, dump = unit->dump(ports)] { return simulated.holds(dump); };
+    Visitor visitor(folder);
+    const auto& steps = allSteps();
+    int number = 0;
+    for (const Step& step : steps) {
+        if (!takeStep(visitor, ++number, step)) {
+            std::printf("The tour stopped at step %d of %zu; its pictures are in %s\n", number, steps.size(),
+                        qPrintable(folder.path()));
+            return 1;
+        }
     }
-
-    QtEventLoop loop;
-    QtSerialPort port;
-    QtSettingsStore store;
-    FrmMain window({port, loop, store});
-    port.onLost([&window] { window.portLost(); });
-    Tour tour(window, folder, {folder.path().toStdString(), [&held](const std::string& unitPort) {
-                                   return held.at(unitPort)();
-                               }});
-    setProgramEnd([&tour](int status) { tour.programEnded(status); });
-
-    holdStill(window);
-    window.show();
-    QTimer::singleShot(0, &window, [&window] { window.load(); });
-    std::thread visitor([&tour] {
-        const int status = tour.take();
-        QMetaObject::invokeMethod(
-            qApp, [status] { QApplication::exit(status); }, Qt::QueuedConnection);
-    });
-    const int status = QApplication::exec();
-    visitor.join();
-    return status;
+    std::printf("All %zu steps went well; their pictures are in %s\n", steps.size(),
+                qPrintable(folder.path()));
+    return 0;
 }
 
 }  // namespace
@@ -90,15 +65,12 @@ int main(int argc, char** argv) {
             stderr);
         return 2;
     }
+    const QCoreApplication application(argc, argv);
+    qputenv("QUORVEX_BIN", QCoreApplication::applicationDirPath().toLocal8Bit());
     try {
-        const QDir folder = makeFolder(QString::fromLocal8Bit(argv[1]));
-        qputenv("QUORVEX_PORTS", folder.filePath("ports").toLocal8Bit());
-        qputenv("XDG_CONFIG_HOME", folder.filePath("config").toLocal8Bit());
-        const QApplication application(argc, argv);
-        QApplication::setApplicationName(QStringLiteral("quorvex-tour"));
-        return takeTour(folder);
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvex-tour: %s\n", error.what());
+        return takeTour(makeFolder(QString::fromLocal8Bit(argv[1])));
+    } catch (const TourFailure& failure) {
+        std::fprintf(stderr, "quorvex-tour: %s\n", failure.what());
         return 1;
     }
 }

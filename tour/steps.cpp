@@ -1,31 +1,40 @@
 #include "tour/steps.h"
 
-#include "tour/units.h"
-
 namespace quorvex::tour {
 
 namespace {
 
-constexpr const char* kReadDone = "Settings read from Beltpack successfully.";
+void expectValues(Visitor& visitor, const Unit& unit) {
+    for (const Held& value : unit.values)
+        visitor.expect(value.control, value.shown);
+}
 
 void openWindow(Visitor& visitor) {
-    visitor.waitForWindow();
-    visitor.waitToSee("LabelComPort", rm5Beltpack().port);
+    visitor.waitForWindow("FrmMain");
+    visitor.expect("LabelComPort", rm5Beltpack().port);
     visitor.expect("LblStatus", "");
 }
 
-void readBeltpack(Visitor& visitor, const Unit& unit) {
+void readBeltpack(Visitor& visitor) {
     visitor.click("CommandRdSettingsBp");
-    visitor.waitToSee("LblStatus", kReadDone);
-    for (const Held& value : unit.values)
-        visitor.expect(value.control, value.shown);
+    visitor.expect("LblStatus", "Settings read from Beltpack successfully.");
+}
+
+/// `hasKirk`: the fields that only a Beltpack with a Kirk fills are in sight.
+void readBeltpack(Visitor& visitor, const Unit& unit, bool hasKirk) {
+    readBeltpack(visitor);
+    expectValues(visitor, unit);
     visitor.expect("TextDectVerBP", unit.version);
+    for (const char* control : {"TextFreqAccrRx", "TextFreqAccrTx", "TextRssiThr"})
+        visitor.expectVisible(control, hasKirk);
 }
 
 void readRm5Beltpack(Visitor& visitor) {
-    readBeltpack(visitor, rm5Beltpack());
-    for (const char* control : {"TextFreqAccrRx", "TextFreqAccrTx", "TextRssiThr"})
-        visitor.expectVisible(control, false);
+    readBeltpack(visitor, rm5Beltpack(), false);
+}
+
+void readKirkBeltpack(Visitor& visitor) {
+    readBeltpack(visitor, kirkBeltpack(), true);
 }
 
 /// Edits, writes and keeps the settings of the Beltpack that was read last.
@@ -33,30 +42,25 @@ void editSettings(Visitor& visitor) {
     visitor.click("optionMICElectret");
     visitor.expect("optionMICElectret", "on");
     visitor.click("BPHWRevision");
-    visitor.press(Qt::Key_Up);
+    visitor.press(Qt::Key_Up, "FrmMain");
     visitor.expect("BPHWRevision", "MX 318825");
 }
 
 void writeSettings(Visitor& visitor) {
     visitor.click("CommandWrite");
-    visitor.waitToSee("LblStatus", "Settings written to Beltpack successfully!");
-}
-
-std::string settingsFile(const Visitor& visitor) {
-    return visitor.bench().folder + "/settings.bpc";
+    visitor.expect("LblStatus", "Settings written to Beltpack successfully!");
 }
 
 void openSaveDialog(Visitor& visitor) {
     visitor.click("CommandSave");
-    visitor.waitForDialog("CommonDialog1");
+    visitor.waitForWindow("CommonDialog1");
     visitor.expect("fileNameEdit", "100000");  // the serial number is proposed
-    visitor.type("fileNameEdit", settingsFile(visitor));
+    visitor.type("fileNameEdit", visitor.file("settings.bpc"));
 }
 
 void saveSettings(Visitor& visitor) {
-    visitor.press(Qt::Key_Return);
-    visitor.waitForNoDialog();
-    visitor.waitToSee("LblStatus", "Betpack settings saved to file successfully.");
+    visitor.confirm("CommonDialog1");
+    visitor.expect("LblStatus", "Betpack settings saved to file successfully.");
 }
 
 void openFileMenu(Visitor& visitor) {
@@ -64,100 +68,89 @@ void openFileMenu(Visitor& visitor) {
 }
 
 void openPortDialog(Visitor& visitor) {
-    visitor.press(Qt::Key_C);  // its access key
-    visitor.waitForDialog("ComSelect");
+    visitor.press(Qt::Key_C, "mnuFile");  // its access key
+    visitor.waitForWindow("ComSelect");
 }
 
 void openPortList(Visitor& visitor) {
     visitor.openList("ComboCom");
 }
 
-void choosePort(Visitor& visitor) {
-    visitor.clickListItem(kirkBeltpack().port);
-    visitor.press(Qt::Key_Return);  // OK is the default button
-    visitor.waitForNoDialog();
-    visitor.expect("LabelComPort", kirkBeltpack().port);
+void choosePort(Visitor& visitor, const Unit& unit) {
+    visitor.clickListItem("ComboCom", unit.port);
+    visitor.confirm("ComSelect");
+    visitor.expect("LabelComPort", unit.port);
 }
 
-void readKirkBeltpack(Visitor& visitor) {
-    readBeltpack(visitor, kirkBeltpack());
-    for (const char* control : {"TextFreqAccrRx", "TextFreqAccrTx", "TextRssiThr"})
-        visitor.expectVisible(control, true);
+void chooseSecondPort(Visitor& visitor) {
+    choosePort(visitor, kirkBeltpack());
 }
 
 void loadSettings(Visitor& visitor) {
     visitor.click("CommandRead");
-    visitor.waitForDialog("CommonDialog1");
-    visitor.type("fileNameEdit", settingsFile(visitor));
-    visitor.press(Qt::Key_Return);
-    visitor.waitForNoDialog();
-    visitor.waitToSee("LblStatus", "Beltpack settings read from file successfully.");
+    visitor.waitForWindow("CommonDialog1");
+    visitor.type("fileNameEdit", visitor.file("settings.bpc"));
+    visitor.confirm("CommonDialog1");
+    visitor.expect("LblStatus", "Beltpack settings read from file successfully.");
     visitor.expect("TextBeltpackId", "100000");
 }
 
 void showSummary(Visitor& visitor) {
     visitor.click("CommandSummary");
-    visitor.waitForDialog("FormCfgSummary");
-}
-
-/// The lines of the parameters 01 to 15 of what a unit holds.
-std::string parameters(const std::string& held) {
-    const std::size_t last = held.find("\n15=");
-    return held.substr(0, held.find('\n', last + 1));
+    visitor.waitForWindow("FormCfgSummary");
 }
 
 void compareUnits(Visitor& visitor) {
-    visitor.press(Qt::Key_Return);
-    visitor.waitForNoDialog();
-    const auto held = [&](const Unit& unit) {
-        return visitor.ask([&] { return parameters(visitor.bench().unitHolds(unit.port)); });
+    visitor.confirm("FormCfgSummary");
+    // The parameters 01 to 15 of what a unit holds.
+    const auto parameters = [&](const Unit& unit) {
+        const QString held = visitor.holds(unit);
+        return held.left(held.indexOf('\n', held.indexOf("\n15=") + 1));
     };
-    const std::string first = held(rm5Beltpack());
-    if (first.find("07=02\n") == std::string::npos || first.find("\n15=01") == std::string::npos)
+    const QString first = parameters(rm5Beltpack());
+    if (!first.contains("07=02\n") || !first.contains("\n15=01"))
         throw TourFailure("The first Beltpack does not hold what was edited:\n" + first);
-    if (held(kirkBeltpack()) != first)
+    if (parameters(kirkBeltpack()) != first)
         throw TourFailure("The two Beltpacks do not hold the same.");
 }
 
-void usePort(Visitor& visitor, const char* port) {
+void usePort(Visitor& visitor, const Unit& unit) {
     openFileMenu(visitor);
     openPortDialog(visitor);
-    visitor.openList("ComboCom");
-    visitor.clickListItem(port);
-    visitor.press(Qt::Key_Return);
-    visitor.waitForNoDialog();
-    visitor.expect("LabelComPort", port);
-}
-
-void expectValues(Visitor& visitor, const Unit& unit) {
-    for (const Held& value : unit.values)
-        visitor.expect(value.control, value.shown);
+    openPortList(visitor);
+    choosePort(visitor, unit);
 }
 
 void readRm5Antenna(Visitor& visitor) {
     visitor.clickTab("Active Antenna");
-    usePort(visitor, rm5Antenna().port);
+    usePort(visitor, rm5Antenna());
     visitor.click("CommandRdSettingsAA");
-    visitor.waitToSee("LblStatus", "Settings read from Active Antenna");
+    visitor.expect("LblStatus", "Settings read from Active Antenna");
     expectValues(visitor, rm5Antenna());
     visitor.expectVisible("TextFreqAdjTxA", false);
 }
 
 void setTbr6Mode(Visitor& visitor) {
-    usePort(visitor, kirkAntenna().port);
+    usePort(visitor, kirkAntenna());
     visitor.click("CommandSetTbr6");
-    visitor.waitToSee("LblStatus", "Active Antenna is in TBR6 Mode");
+    visitor.expect("LblStatus", "Active Antenna is in TBR6 Mode");
     expectValues(visitor, kirkAntenna());
 }
 
 /// Opens the calibration dialog and waits for what the Kirk streams.
 void startCalibration(Visitor& visitor, const char* button) {
     visitor.click(button);
-    visitor.waitForDialog("FormCalib");
-    visitor.waitForOther("LabelRssi", "RSSI:");
+    visitor.waitForWindow("FormCalib");
+    visitor.waitUntil("a record", [&] { return visitor.shows("LabelRssi") != "RSSI:"; });
     visitor.click("SliderFmDev");
-    visitor.press(Qt::Key_End);
+    visitor.press(Qt::Key_End, "FormCalib");
     visitor.expect("LabelFmDevValue", "63");
+}
+
+void confirmCalibration(Visitor& visitor, const char* status) {
+    visitor.click("CommandOK");
+    visitor.waitForNoDialog();
+    visitor.expect("LblStatus", status);
 }
 
 void calibrateModuleA(Visitor& visitor) {
@@ -165,42 +158,37 @@ void calibrateModuleA(Visitor& visitor) {
 }
 
 void confirmModuleA(Visitor& visitor) {
-    visitor.click("CommandOK");
-    visitor.waitForNoDialog();
-    visitor.waitToSee("LblStatus", "Active Antenna calibrated successfully.");
-    visitor.waitToSee("TextFmDevA", "63");
+    confirmCalibration(visitor, "Active Antenna calibrated successfully.");
+    visitor.expect("TextFmDevA", "63");
 }
 
 void calibrateBeltpack(Visitor& visitor) {
     visitor.clickTab("BeltPack");
-    usePort(visitor, kirkBeltpack().port);
-    visitor.click("CommandRdSettingsBp");  // the settings loaded from the file have emptied the read-outs
-    visitor.waitToSee("LblStatus", "Settings read from Beltpack successfully.");
+    usePort(visitor, kirkBeltpack());
+    readBeltpack(visitor);  // the settings loaded from the file have emptied the read-outs
     startCalibration(visitor, "CommandCalibBp");
     visitor.expect("LabelMidValue", "4");
 }
 
 void confirmBeltpack(Visitor& visitor) {
-    visitor.click("CommandOK");
-    visitor.waitForNoDialog();
-    visitor.waitToSee("LblStatus", "Beltpack Calibrated successfully.");
-    visitor.waitToSee("TextFMDev", "63");
-    visitor.waitToSee("TextRssiThr", "72");
+    confirmCalibration(visitor, "Beltpack Calibrated successfully.");
+    visitor.expect("TextFMDev", "63");
+    visitor.expect("TextRssiThr", "72");
 }
 
 void showRScreen(Visitor& visitor) {
     visitor.clickTab("R-Screen");
-    usePort(visitor, displayBeltpack().port);
+    usePort(visitor, displayBeltpack());
     visitor.waitUntil("the Beltpack's display", [&] { return visitor.hasBlack("Picture1"); });
 }
 
 void saveScreens(Visitor& visitor) {
-    visitor.type("screenDump", visitor.bench().folder + "/");
+    visitor.type("screenDump", visitor.file({}) + "/");
     visitor.type("ScreenDumpFName", "Screen");
     visitor.click("AutoIncrementOption");
     for (const char* counted : {"1", "2", "3"}) {
         visitor.click("CommandScreenDump");
-        visitor.waitToSee("autoIncValText", counted);
+        visitor.expect("autoIncValText", counted);
     }
 }
 
@@ -217,7 +205,7 @@ const std::vector<Step>& allSteps() {
         {"file-menu", openFileMenu},
         {"port-dialog", openPortDialog},
         {"port-list", openPortList},
-        {"second-port", choosePort},
+        {"second-port", chooseSecondPort},
         {"read-kirk-beltpack", readKirkBeltpack},
         {"load-settings", loadSettings},
         {"write-other-beltpack", writeSettings},
