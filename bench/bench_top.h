@@ -1,36 +1,37 @@
 #pragma once
 
-#include <filesystem>
-#include <memory>
-#include <string>
-#include <vector>
+#include <QTemporaryDir>
+#include <optional>
+#include <stdexcept>
 
-#include "bench/child_process.h"
+#include "tests/support/unit_process.h"
 
 namespace quorvex::bench {
 
-/// A technician's bench for one measurement: a folder of ports with simulated units, and settings that hold
-/// nothing yet. This process and those it starts use them while the object lives; there is one at a time.
+inline constexpr int kPort = 1;
+
+/// A technician's bench for one measurement: a folder of ports, and settings that hold nothing yet. This
+/// process and those it starts use them while the object lives; there is one at a time.
 class BenchTop {
 public:
-    BenchTop();
-    ~BenchTop();
-    BenchTop(const BenchTop&) = delete;
-    BenchTop& operator=(const BenchTop&) = delete;
+    BenchTop() {
+        qputenv("QUORVEX_PORTS", ports_.path().toLocal8Bit());
+        qputenv("XDG_CONFIG_HOME", settings_.path().toLocal8Bit());
+    }
 
-    /// Puts a simulated Beltpack on COM`number`. `options` are the simulator's own.
-    void addBeltpack(int number, const std::string& module, std::vector<std::string> options = {});
-    /// Makes COM`number` a device that is there already.
-    void addDevice(int number, const std::string& devicePath);
+    /// Puts a simulated Beltpack on the port. `options` are the simulator's own.
+    void addBeltpack(const QStringList& options) {
+        if (!unit_.emplace(QStringList{"beltpack", "--link", portPath()} + options).isReady())
+            throw std::runtime_error("The simulated unit does not start.");
+    }
 
-    std::string portPath(int number) const;
+    /// Where the port's device is to be found; a link to it.
+    QString portPath() const { return ports_.filePath("COM" + QString::number(kPort)); }
 
 private:
-    std::filesystem::path folder_;
-    std::vector<std::unique_ptr<ChildProcess>> units_;
+    QTemporaryDir ports_;
+    QTemporaryDir settings_;
+    std::optional<UnitProcess> unit_;
 };
-
-/// Path of a program that was built with this one.
-std::string builtProgram(const std::string& name);
 
 }  // namespace quorvex::bench

@@ -3,18 +3,15 @@
 
 #include "bench/bench_top.h"
 #include "bench/figures.h"
-#include "bench/instant_peer.h"
+#include "bench/peers.h"
 #include "bench/plain_line.h"
 #include "bench/rows.h"
-#include "bench/silent_console.h"
 #include "bench/window_at_work.h"
-#include "link/command_link.h"
 
 namespace quorvex::bench {
 
 namespace {
 
-constexpr int kPort = 1;
 constexpr int kExchanges = 24;  // as many as a read of an RM5 has
 constexpr int kRounds = 101;
 constexpr double kMostOfPlainLoop = 3;
@@ -50,17 +47,15 @@ std::vector<Row> exchangeRows() {
     InstantPeer peerOfLink(kReply + kLineEnd);
     InstantPeer peerOfPlain(kReply + kLineEnd);
     BenchTop top;
-    top.addDevice(kPort, peerOfLink.devicePath());
-    WindowAtWork window(kPort);
-    SilentConsole console;
-    CommandLink link(window.port(), window.loop(), console);
-    PlainLine plain(peerOfPlain.devicePath());
+    peerOfLink.terminal().linkAs(top.portPath());
+    WindowAtWork window;
+    PlainLine plain(peerOfPlain.terminal().path());
 
     std::vector<double> linkTimes;
     std::vector<double> plainTimes;
     for (int i = 0; i < kRounds; ++i) {  // in turns, so that other work on the machine meets both
         window.port().forget();
-        window.operate([&] { linkTimes.push_back(linkSeconds(link)); });
+        window.operate([&] { linkTimes.push_back(linkSeconds(window.link())); });
         plainTimes.push_back(plainSeconds(plain));
     }
     const double took = median(linkTimes);

@@ -1,19 +1,24 @@
 #include "bench/figures.h"
 
-#include <time.h>
-#include <unistd.h>
-
 #include <algorithm>
 #include <array>
 #include <cerrno>
-#include <chrono>
 #include <cstdio>
+#include <fstream>
+#include <stdexcept>
 #include <system_error>
 
 namespace quorvex::bench {
 
 double nowSeconds() {
-    return std::chrono::duration<double>(std::chrono::steady_clock::now().time_since_epoch()).count();
+    return clockSeconds(CLOCK_MONOTONIC);
+}
+
+double clockSeconds(clockid_t clock) {
+    timespec time{};
+    if (::clock_gettime(clock, &time) != 0)
+        throw std::system_error(errno, std::generic_category(), "No time is known");
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_nsec) / 1e9;
 }
 
 double cpuSeconds(pid_t process) {
@@ -22,14 +27,26 @@ double cpuSeconds(pid_t process) {
     clockid_t clock{};
     if (const int reason = ::clock_getcpuclockid(process, &clock); reason != 0)
         throw std::system_error(reason, std::generic_category(), "No processor time is known");
-    timespec used{};
-    if (::clock_gettime(clock, &used) != 0)
-        throw std::system_error(errno, std::generic_category(), "No processor time is known");
-    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+    return clockSeconds(clock);
 }
 
 double ownCpuSeconds() {
-    return cpuSeconds(::getpid());
+    return clockSeconds(CLOCK_PROCESS_CPUTIME_ID);
+}
+
+Memory memoryOf(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/smaps_rollup");
+    Memory memory;
+    std::string word;
+    while (file >> word) {
+        if (word == "Rss:" && file >> memory.residentMb)
+            memory.residentMb /= 1024;
+        else if (word == "Pss:" && file >> memory.proportionalMb)
+            memory.proportionalMb /= 1024;
+    }
+    if (memory.residentMb <= 0 || memory.proportionalMb <= 0)
+        throw std::runtime_error("The system does not tell how much memory a program holds.");
+    return memory;
 }
 
 double median(std::vector<double> values) {

@@ -34,14 +34,8 @@ constexpr std::array<Group, 6> kGroups{{
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
-/// Whether `name` was asked for: it stands in `arguments`, or nothing does.
-bool isWanted(std::string_view name, const std::vector<std::string>& arguments) {
-    return arguments.empty() || std::find(arguments.begin(), arguments.end(), name) != arguments.end();
-}
-
 bool isGroup(std::string_view name) {
-    return std::any_of(kGroups.begin(), kGroups.end(),
-                       [name](const Group& group) { return group.name == name; });
+    return std::ranges::find(kGroups, name, &Group::name) != kGroups.end();
 }
 
 int usage(std::FILE* where, int status) {
@@ -59,11 +53,11 @@ int usage(std::FILE* where, int status) {
 
 /// What the figures depend on besides the program.
 void printSurroundings() {
-    std::array<double, 1> load{};
-    const bool known = ::getloadavg(load.data(), 1) == 1;
+    double load = 0;
+    const bool known = ::getloadavg(&load, 1) == 1;
     std::printf("Qt %s on %s, %u processors, load %s before\n\n", qVersion(),
                 qPrintable(QGuiApplication::platformName()), std::thread::hardware_concurrency(),
-                known ? quorvex::bench::fixed(load[0], 2).c_str() : "unknown");
+                known ? quorvex::bench::fixed(load, 2).c_str() : "unknown");
     std::fflush(stdout);
 }
 
@@ -71,7 +65,7 @@ int measure(const std::vector<std::string>& arguments) {
     printSurroundings();
     std::vector<Row> rows;
     for (const Group& group : kGroups) {
-        if (!isWanted(group.name, arguments))
+        if (!arguments.empty() && std::ranges::find(arguments, group.name) == arguments.end())
             continue;
         std::fprintf(stderr, "measuring: %s\n", std::string(group.name).c_str());
         const std::vector<Row> more = group.measure();
@@ -92,10 +86,11 @@ int main(int argc, char** argv) {
     if (!qEnvironmentVariableIsSet("QT_LOGGING_RULES"))
         qputenv("QT_LOGGING_RULES", "default.warning=false");
     const QApplication application(argc, argv);
+    qputenv("QUORVEX_BIN", QApplication::applicationDirPath().toLocal8Bit());  // for the simulated units
     const std::vector<std::string> arguments(argv + 1, argv + argc);
     if (arguments == std::vector<std::string>{"--help"})
         return usage(stdout, 0);
-    if (!std::all_of(arguments.begin(), arguments.end(), isGroup))
+    if (!std::ranges::all_of(arguments, isGroup))
         return usage(stderr, kExitUsage);
     try {
         return measure(arguments);

@@ -1,5 +1,6 @@
 #include "bench/plain_line.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <termios.h>
 #include <unistd.h>
@@ -9,15 +10,20 @@
 #include <stdexcept>
 #include <system_error>
 
-#include "bench/pseudo_terminal.h"
-
 namespace quorvex::bench {
 
 namespace {
 constexpr int kLimitMs = 2000;
 }
 
-PlainLine::PlainLine(const std::string& devicePath) : descriptor_(openRaw(devicePath)) {}
+PlainLine::PlainLine(const QString& devicePath)
+    : descriptor_(::open(devicePath.toLocal8Bit().constData(), O_RDWR | O_NOCTTY | O_CLOEXEC)) {
+    termios settings{};
+    if (::tcgetattr(descriptor_, &settings) != 0)
+        throw std::system_error(errno, std::generic_category(), "Cannot open " + devicePath.toStdString());
+    ::cfmakeraw(&settings);
+    ::tcsetattr(descriptor_, TCSANOW, &settings);
+}
 
 PlainLine::~PlainLine() {
     ::close(descriptor_);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QString>
 #include <cstddef>
 #include <string>
 
@@ -10,7 +11,7 @@ namespace quorvex::bench {
 class PlainLine {
 public:
     /// Throws std::system_error when the device cannot be opened.
-    explicit PlainLine(const std::string& devicePath);
+    explicit PlainLine(const QString& devicePath);
     ~PlainLine();
     PlainLine(const PlainLine&) = delete;
     PlainLine& operator=(const PlainLine&) = delete;

@@ -1,9 +1,10 @@
+#include <QCoreApplication>
+#include <QProcess>
 #include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "bench/bench_top.h"
-#include "bench/child_process.h"
 #include "bench/figures.h"
 #include "bench/rows.h"
 #include "bench/window_at_work.h"
@@ -14,7 +15,8 @@ namespace {
 
 using namespace std::chrono_literals;
 
-constexpr int kPort = 1;
+constexpr int kShownWithinMs = 10000;
+constexpr int kEndsWithinMs = 3000;
 constexpr auto kSettles = 500ms;
 constexpr auto kIdles = 10s;
 constexpr int kStarts = 15;
@@ -25,27 +27,37 @@ constexpr double kMostOfEmptyMemory = 1.3;
 /// A program with a window, and how long it took from its start until the window was drawn.
 class ShownProgram {
 public:
-    explicit ShownProgram(const std::string& name, const std::vector<std::string>& arguments = {})
-        : process_(
-              builtProgram(name), arguments,
-              {"QT_PLUGIN_PATH=" + builtProgram("bench-plugins"), "QT_QPA_GENERIC_PLUGINS=quorvex-shown"}) {
-        const std::string line = process_.readLine();
-        if (!line.starts_with(kShown))
-            throw std::runtime_error(name + " says: " + line);
-        secondsToShown_ = std::stod(line.substr(kShown.size())) / 1e9 - process_.startedAt();
+    explicit ShownProgram(const QString& name, const QStringList& arguments = {}) {
+        const QString folder = QCoreApplication::applicationDirPath() + '/';
+        QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+        environment.insert("QT_PLUGIN_PATH", folder + "bench-plugins");
+        environment.insert("QT_QPA_GENERIC_PLUGINS", "quorvex-shown");
+        process_.setProcessEnvironment(environment);
+        process_.setProcessChannelMode(QProcess::ForwardedErrorChannel);
+        const double begun = nowSeconds();
+        process_.start(folder + name, arguments);
+        while (!process_.canReadLine() && process_.waitForReadyRead(kShownWithinMs)) {
+        }
+        const QByteArray line = process_.readLine();
+        if (!line.startsWith(kShown))
+            throw std::runtime_error(name.toStdString() + " says: " + line.toStdString());
+        secondsToShown_ = line.mid(kShown.size()).trimmed().toDouble() / 1e9 - begun;
     }
 
-    ~ShownProgram() { process_.endByInput(); }
+    ~ShownProgram() {
+        process_.closeWriteChannel();  // it ends by that
+        process_.waitForFinished(kEndsWithinMs);
+    }
     ShownProgram(const ShownProgram&) = delete;
     ShownProgram& operator=(const ShownProgram&) = delete;
 
     double secondsToShown() const { return secondsToShown_; }
-    const ChildProcess& process() const { return process_; }
+    pid_t id() const { return static_cast<pid_t>(process_.processId()); }
 
 private:
-    static constexpr std::string_view kShown = "shown ";
+    static constexpr QByteArrayView kShown = "shown ";
 
-    ChildProcess process_;
+    QProcess process_;
     double secondsToShown_ = 0;
 };
 
@@ -55,10 +67,10 @@ struct Starts {
     std::vector<double> residentMb;
     std::vector<double> proportionalMb;
 
-    void add(const std::string& name, const std::vector<std::string>& arguments = {}) {
+    void add(const QString& name, const QStringList& arguments = {}) {
         const ShownProgram program(name, arguments);
         std::this_thread::sleep_for(kSettles);
-        const ChildProcess::Memory memory = program.process().memory();
+        const Memory memory = memoryOf(program.id());
         seconds.push_back(program.secondsToShown());
         residentMb.push_back(memory.residentMb);
         proportionalMb.push_back(memory.proportionalMb);
@@ -73,24 +85,22 @@ std::string megabytes(double mb) {
 
 std::vector<Row> idleRows() {
     BenchTop top;
-    top.addBeltpack(kPort, "rm5");
+    top.addBeltpack({"--module", "rm5"});
     const ShownProgram program("quorvex-config");
     std::this_thread::sleep_for(kSettles);
     const double begun = nowSeconds();
-    const double usedBefore = program.process().cpuUsed();
+    const double usedBefore = cpuSeconds(program.id());
     std::this_thread::sleep_for(kIdles);
-    const double used = program.process().cpuUsed() - usedBefore;
+    const double used = cpuSeconds(program.id()) - usedBefore;
     return {shareRow("CPU of the idle program over 10 s", used / (nowSeconds() - begun), milliseconds(used),
                      kMostIdleShare)};
 }
 
 std::vector<Row> startRows() {
     BenchTop top;
-    top.addBeltpack(kPort, "rm5");
-    const QSize size = WindowAtWork(kPort).size();
-    const std::vector<std::string> sized{std::to_string(size.width()), std::to_string(size.height())};
-    std::vector<std::string> withMenu = sized;
-    withMenu.emplace_back("menu");
+    top.addBeltpack({"--module", "rm5"});
+    const QSize size = WindowAtWork().size();
+    const QStringList sized{QString::number(size.width()), QString::number(size.height())};
     // What is read from the disk for the first time is not counted.
     Starts().add("quorvex-bench-empty-window", sized);
     Starts().add("quorvex-config");
@@ -99,7 +109,7 @@ std::vector<Row> startRows() {
     Starts oneMenu;
     for (int i = 0; i < kStarts; ++i) {  // in turns, so that other work on the machine meets both
         empty.add("quorvex-bench-empty-window", sized);
-        oneMenu.add("quorvex-bench-empty-window", withMenu);
+        oneMenu.add("quorvex-bench-empty-window", sized + QStringList("menu"));
         program.add("quorvex-config");
     }
     const double took = median(program.seconds);

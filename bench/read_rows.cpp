@@ -11,7 +11,6 @@ namespace quorvex::bench {
 
 namespace {
 
-constexpr int kPort = 1;
 constexpr int kReads = 7;
 constexpr double kMostOfWireTime = 1.03;
 
@@ -23,7 +22,7 @@ struct Reads {
 /// Reads with a click in the real window. The first read of each module is not counted: it stores the module
 /// that it found, and lays the calibration frames out for it.
 Reads readInWindow() {
-    WindowAtWork window(kPort);
+    WindowAtWork window;
     Reads reads;
     for (int i = -1; i < kReads; ++i) {
         window.port().forget();
@@ -41,7 +40,7 @@ Reads readInWindow() {
 
 /// The same exchanges without the program. What they take above the wire time is the system's and the
 /// simulator's part.
-double plainSeconds(const std::string& portPath, const std::vector<CountedExchange>& exchanges) {
+double plainSeconds(const QString& portPath, const std::vector<CountedExchange>& exchanges) {
     PlainLine line(portPath);
     std::vector<double> seconds;
     for (int i = 0; i < kReads; ++i) {
@@ -53,13 +52,13 @@ double plainSeconds(const std::string& portPath, const std::vector<CountedExchan
     return median(seconds);
 }
 
-Row readRow(const std::string& module, const std::string& name) {
+Row readRow(const char* module, const std::string& name) {
     BenchTop top;
-    top.addBeltpack(kPort, module, {"--pace", std::to_string(kBaud)});
+    top.addBeltpack({"--module", module, "--pace", QString::number(kBaud)});
     const Reads reads = readInWindow();
     const double wire = wireSeconds(reads.exchanges);
     const double took = median(reads.seconds);
-    const double plain = plainSeconds(top.portPath(kPort), reads.exchanges);
+    const double plain = plainSeconds(top.portPath(), reads.exchanges);
     return ratioRow(
         "Read a Beltpack (" + name + ") at 19200 baud, to the wire time of its bytes", took / wire,
         milliseconds(took) + " to " + milliseconds(wire) + "; plain loop " + fixed(plain / wire, 3),

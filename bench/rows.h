@@ -1,10 +1,19 @@
 #pragma once
 
+#include <array>
+#include <string>
 #include <vector>
 
-#include "bench/table.h"
-
 namespace quorvex::bench {
+
+/// One row of the table: what, measured, target, and the verdict, "met" or "missed".
+using Row = std::array<std::string, 4>;
+
+/// A row whose figure is a ratio that must be `most` at most. `details` say what it is made of.
+Row ratioRow(const std::string& what, double ratio, const std::string& details, double most);
+
+/// A row whose figure is a share of one core, 0 to 1, that must stay below `below`.
+Row shareRow(const std::string& what, double share, const std::string& details, double below);
 
 // Each of these takes the measurements of one group and gives its rows. All throw std::exception when there
 // is nothing to be measured: a program that does not start, a unit that does not answer.
@@ -19,8 +28,10 @@ std::vector<Row> waitRows();
 std::vector<Row> idleRows();
 /// What the program costs to start and to keep.
 std::vector<Row> startRows();
-
 /// What the remote screen costs.
 std::vector<Row> screenRows();
+
+/// Prints the rows to the standard output, columns aligned.
+void printTable(std::vector<Row> rows);
 
 }  // namespace quorvex::bench

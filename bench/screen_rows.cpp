@@ -4,8 +4,8 @@
 #include <stdexcept>
 
 #include "bench/bench_top.h"
-#include "bench/display_line.h"
 #include "bench/figures.h"
+#include "bench/peers.h"
 #include "bench/rows.h"
 #include "bench/window_at_work.h"
 #include "rscreen/rscreen_picture.h"
@@ -14,7 +14,6 @@ namespace quorvex::bench {
 
 namespace {
 
-constexpr int kPort = 1;
 constexpr int kRounds = 500;
 constexpr int kStreamsMs = 10000;
 constexpr int kLookMs = 100;  ///< a frame takes 269 ms
@@ -74,8 +73,8 @@ Row drawingRow() {
 Row streamingRow() {
     BenchTop top;
     DisplayLine line;
-    top.addDevice(kPort, line.devicePath());
-    WindowAtWork window(kPort);
+    line.terminal().linkAs(top.portPath());
+    WindowAtWork window;
     auto& shown = window.showRemoteScreen();
     int frames = 0;
     QImage last = shown.image();

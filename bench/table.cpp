@@ -1,61 +1,44 @@
-#include "bench/table.h"
-
 #include <algorithm>
-#include <array>
 #include <cstdio>
-#include <utility>
 
 #include "bench/figures.h"
+#include "bench/rows.h"
 
 namespace quorvex::bench {
 
 namespace {
 
-std::string verdictOf(bool met) {
-    return met ? "met" : "missed";
-}
-
-std::string withDetails(const std::string& figure, const std::string& details) {
-    return details.empty() ? figure : figure + " (" + details + ")";
-}
-
-std::array<std::string, 4> cells(const Row& row) {
-    return {row.what, row.measured, row.target, row.verdict};
+Row row(const std::string& what, const std::string& figure, const std::string& details,
+        const std::string& target, bool met) {
+    return {what, figure + " (" + details + ")", target, met ? "met" : "missed"};
 }
 
 }  // namespace
 
-Row ratioRow(std::string what, double ratio, const std::string& details, double most) {
-    return {std::move(what), withDetails(fixed(ratio, 3), details), "at most " + fixed(most, 2),
-            verdictOf(ratio <= most)};
+Row ratioRow(const std::string& what, double ratio, const std::string& details, double most) {
+    return row(what, fixed(ratio, 3), details, "at most " + fixed(most, 2), ratio <= most);
 }
 
-Row shareRow(std::string what, double share, const std::string& details, double below) {
-    return {std::move(what), withDetails(percent(share), details), "below " + fixed(below * 100, 1) + " %",
-            verdictOf(share < below)};
+Row shareRow(const std::string& what, double share, const std::string& details, double below) {
+    return row(what, percent(share), details, "below " + fixed(below * 100, 1) + " %", share < below);
 }
 
-void printTable(const std::vector<Row>& rows) {
-    std::vector<Row> all{{"What", "Measured", "Target", "Verdict"}};
-    all.insert(all.end(), rows.begin(), rows.end());
-    std::array<std::size_t, 4> widths{};
-    for (const Row& row : all) {
-        const auto texts = cells(row);
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            widths[i] = std::max(widths[i], texts[i].size());
+void printTable(std::vector<Row> rows) {
+    rows.insert(rows.begin(), {"What", "Measured", "Target", "Verdict"});
+    Row rule;
+    for (std::size_t i = 0; i < rule.size(); ++i) {
+        const auto width = [i](const Row& each) { return each[i].size(); };
+        const std::size_t widest = std::ranges::max(rows, {}, width)[i].size();
+        for (Row& each : rows)
+            each[i].resize(widest, ' ');
+        rule[i] = std::string(widest + 2, '-');
     }
-    for (const Row& row : all) {
-        const auto texts = cells(row);
-        std::string line;
-        for (std::size_t i = 0; i < texts.size(); ++i)
-            line += (i == 0 ? "| " : " | ") + texts[i] + std::string(widths[i] - texts[i].size(), ' ');
-        std::printf("%s |\n", line.c_str());
-        if (&row != &all.front())
-            continue;
-        line.clear();
-        for (const std::size_t width : widths)
-            line += "|" + std::string(width + 2, '-');
-        std::printf("%s|\n", line.c_str());
+    for (const Row& each : rows) {
+        std::printf("| %s | %s | %s | %s |\n", each[0].c_str(), each[1].c_str(), each[2].c_str(),
+                    each[3].c_str());
+        if (&each == &rows.front())
+            std::printf("|%s|%s|%s|%s|\n", rule[0].c_str(), rule[1].c_str(), rule[2].c_str(),
+                        rule[3].c_str());
     }
     std::fflush(stdout);
 }

@@ -3,17 +3,15 @@
 
 #include "bench/bench_top.h"
 #include "bench/figures.h"
-#include "bench/pseudo_terminal.h"
 #include "bench/rows.h"
-#include "bench/silent_console.h"
 #include "bench/window_at_work.h"
 #include "link/operation.h"
+#include "tests/support/pseudo_terminal.h"
 
 namespace quorvex::bench {
 
 namespace {
 
-constexpr int kPort = 1;
 constexpr int kReplyLength = 8;
 constexpr std::int32_t kLimitMs = 2000;
 constexpr double kMostShare = 0.01;
@@ -27,9 +25,7 @@ double shareWhile(WindowAtWork& window, void (*wait)(WindowAtWork&)) {
 }
 
 void waitInLink(WindowAtWork& window) {
-    SilentConsole console;
-    CommandLink link(window.port(), window.loop(), console);
-    if (Operation(link).serialGetResponseChars(limit::kReply, kReplyLength) != kError)
+    if (Operation(window.link()).serialGetResponseChars(limit::kReply, kReplyLength) != kError)
         throw std::runtime_error("Something came from a device on which nobody answers.");
 }
 
@@ -45,8 +41,8 @@ void waitSpinning(WindowAtWork& window) {
 std::vector<Row> waitRows() {
     const PseudoTerminal nobody;
     BenchTop top;
-    top.addDevice(kPort, nobody.devicePath());
-    WindowAtWork window(kPort);
+    nobody.linkAs(top.portPath());
+    WindowAtWork window;
     const double share = shareWhile(window, waitInLink);
     const double spinning = shareWhile(window, waitSpinning);
     return {shareRow("CPU while waiting 2 s for nothing", share, "spinning loop " + percent(spinning),

@@ -7,9 +7,8 @@
 #include <QTimer>
 #include <QWindow>
 #include <exception>
-#include <stdexcept>
 
-#include "bench/figures.h"
+#include "bench/bench_top.h"
 #include "form/guard.h"
 #include "link/qt_text.h"
 
@@ -52,8 +51,8 @@ private:
 
 }  // namespace
 
-WindowAtWork::WindowAtWork(int number) {
-    store_.save(kComPortKey, std::to_string(number));
+WindowAtWork::WindowAtWork() {
+    store_.save(kComPortKey, std::to_string(kPort));
     window_ = std::make_unique<FrmMain>(Machine{counted_, loop_, store_});
     const BoxCatcher boxes;
     window_->show();
@@ -74,21 +73,16 @@ void WindowAtWork::rest(int ms) {
 }
 
 RScreenPicture& WindowAtWork::showRemoteScreen() {
-    auto* picture = dynamic_cast<RScreenPicture*>(window_->findChild<QWidget*>(QStringLiteral("Picture1")));
-    auto* pages = window_->findChild<QTabWidget*>(QStringLiteral("SSTab1"));
-    if (picture == nullptr || pages == nullptr)
-        throw std::runtime_error("The main window has no remote screen.");
-    for (int page = 0; page < pages->count() && !picture->isVisible(); ++page)
-        pages->setCurrentIndex(page);
-    return *picture;
+    auto& picture = dynamic_cast<RScreenPicture&>(control<QWidget>("Picture1"));
+    auto& pages = control<QTabWidget>("SSTab1");
+    for (int page = 0; page < pages.count() && !picture.isVisible(); ++page)
+        pages.setCurrentIndex(page);
+    return picture;
 }
 
-void WindowAtWork::click(const std::string& button) {
-    auto* found = window_->findChild<QAbstractButton*>(QString::fromStdString(button));
-    if (found == nullptr)
-        throw std::runtime_error("The main window has no " + button + ".");
+void WindowAtWork::click(const QString& button) {
     const BoxCatcher boxes;
-    found->click();
+    control<QAbstractButton>(button).click();
     boxes.demandNone();
 }
 
@@ -103,11 +97,6 @@ void WindowAtWork::operate(const std::function<void()>& work) {
     });
     if (failure)
         std::rethrow_exception(failure);
-}
-
-std::string WindowAtWork::statusText() const {
-    const auto* status = window_->findChild<QLabel*>(QStringLiteral("LblStatus"));
-    return status != nullptr ? status->text().toStdString() : std::string();
 }
 
 }  // namespace quorvex::bench

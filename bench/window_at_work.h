@@ -1,11 +1,14 @@
 #pragma once
 
+#include <QLabel>
 #include <functional>
 #include <memory>
+#include <stdexcept>
 #include <string>
 
 #include "app/frm_main.h"
 #include "bench/counting_port.h"
+#include "link/command_link.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
@@ -16,30 +19,48 @@ namespace quorvex::bench {
 /// The program's main window, shown in this process, on a real port.
 class WindowAtWork {
 public:
-    /// Shows the window, connected to COM`number`, and waits until it is drawn and at rest.
+    /// Shows the window, connected to the bench's port, and waits until it is drawn and at rest.
     /// Throws std::runtime_error when the port does not open or the window does not come up.
-    explicit WindowAtWork(int number);
+    WindowAtWork();
 
     /// Clicks the button of that name; returns when what it starts has ended.
     /// Throws std::runtime_error when a message box comes up.
-    void click(const std::string& button);
+    void click(const QString& button);
     /// Runs `work` as a handler of the window, so that the remote screen's timer leaves the port to it.
     /// What it throws comes out here.
     void operate(const std::function<void()>& work);
     /// Lets the window live for that long.
     void rest(int ms);
-    /// Brings the remote screen's page to the front. Throws std::runtime_error when there is none.
+    /// Brings the remote screen's page to the front.
     RScreenPicture& showRemoteScreen();
-    std::string statusText() const;
+    std::string statusText() const { return control<QLabel>("LblStatus").text().toStdString(); }
     QSize size() const { return window_->size(); }
 
     CountingPort& port() { return counted_; }
     EventLoop& loop() { return loop_; }
+    /// A link on the window's port whose operator is told nothing.
+    CommandLink& link() { return link_; }
 
 private:
+    class SilentConsole : public Console {
+        void status(std::string_view /*text*/, Colour /*colour*/) override {}
+        void messageBox(std::string_view /*text*/, Icon /*icon*/, std::string_view /*title*/) override {}
+        void beep() override {}
+        void hourglass(bool /*up*/) override {}
+    };
+
+    template <typename Control>
+    Control& control(const QString& name) const {
+        if (auto* found = window_->findChild<Control*>(name))
+            return *found;
+        throw std::runtime_error("The main window has no " + name.toStdString() + ".");
+    }
+
     QtSerialPort port_;
     CountingPort counted_{port_};
     QtEventLoop loop_;
+    SilentConsole console_;
+    CommandLink link_{counted_, loop_, console_};
     QtSettingsStore store_;
     std::unique_ptr<FrmMain> window_;
 };

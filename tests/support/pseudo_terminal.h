@@ -17,6 +17,8 @@ public:
 
     /// The device that a program opens.
     QString path() const { return path_; }
+    /// The far end's descriptor, which does not block.
+    int farEnd() const { return far_; }
     /// Makes `link` lead to the device.
     bool linkAs(const QString& link) const;
 

@@ -1,10 +1,11 @@
-#include "bench/display_line.h"
+#include "bench/peers.h"
 
+#include <poll.h>
 #include <pthread.h>
-#include <time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 
 #include "bench/counting_port.h"
@@ -16,6 +17,7 @@ namespace {
 
 constexpr int kDisplayBytes = 512;
 constexpr auto kPiece = std::chrono::milliseconds(2);  // a serial adapter gathers that much at least
+constexpr int kLookForEndMs = 50;
 
 std::string frame(int number) {
     std::string bytes = "sync";
@@ -26,34 +28,37 @@ std::string frame(int number) {
 
 }  // namespace
 
-DisplayLine::~DisplayLine() {
-    ended_ = true;
-    if (thread_.joinable())
-        thread_.join();
-}
-
-void DisplayLine::start() {
-    thread_ = std::thread([this] { send(); });
+void InstantPeer::answer(const std::stop_token& end) const {
+    std::array<char, 256> bytes{};
+    while (!end.stop_requested()) {
+        pollfd watched{terminal_.farEnd(), POLLIN, 0};
+        if (::poll(&watched, 1, kLookForEndMs) <= 0)
+            continue;
+        const ssize_t count = ::read(terminal_.farEnd(), bytes.data(), bytes.size());
+        const auto lines = std::count(bytes.data(), bytes.data() + std::max<ssize_t>(count, 0), '\n');
+        for (auto i = lines; i > 0; --i) {
+            if (::write(terminal_.farEnd(), reply_.data(), reply_.size()) < 0)
+                return;
+        }
+    }
 }
 
 double DisplayLine::cpuUsed() {
     clockid_t clock{};
-    timespec used{};
-    if (!thread_.joinable() || ::pthread_getcpuclockid(thread_.native_handle(), &clock) != 0 ||
-        ::clock_gettime(clock, &used) != 0)
+    if (!thread_.joinable() || ::pthread_getcpuclockid(thread_.native_handle(), &clock) != 0)
         return 0;
-    return static_cast<double>(used.tv_sec) + static_cast<double>(used.tv_nsec) / 1e9;
+    return clockSeconds(clock);
 }
 
-void DisplayLine::send() {
+void DisplayLine::send(const std::stop_token& end) {
     const double begun = nowSeconds();
     std::string bytes = frame(0);
     std::size_t sentBefore = 0;  // the bytes of whole frames
     std::size_t sent = 0;        // of the one on its way
-    while (!ended_) {
+    while (!end.stop_requested()) {
         const auto due = static_cast<std::size_t>((nowSeconds() - begun) * kBaud / kBitsPerByte) - sentBefore;
         const std::size_t count = std::min(due, bytes.size()) - sent;
-        const ssize_t written = count > 0 ? ::write(terminal_.master(), bytes.data() + sent, count) : 0;
+        const ssize_t written = count > 0 ? ::write(terminal_.farEnd(), bytes.data() + sent, count) : 0;
         sent += written > 0 ? static_cast<std::size_t>(written) : 0;
         if (sent == bytes.size()) {
             sentBefore += sent;
