@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "simulator/calibration_signal.h"
-#include "simulator/fault_list.h"
+#include "simulator/fault.h"
 
 namespace quorvex::sim {
 

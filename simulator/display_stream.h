@@ -4,7 +4,7 @@
 #include <optional>
 #include <string>
 
-#include "simulator/fault_list.h"
+#include "simulator/fault.h"
 
 namespace quorvex::sim {
 

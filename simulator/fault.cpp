@@ -1,7 +1,7 @@
 #include "simulator/fault.h"
 
+#include <algorithm>
 #include <array>
-#include <charconv>
 #include <stdexcept>
 
 #include "simulator/hex.h"
@@ -66,14 +66,6 @@ std::optional<std::string_view> cutAt(std::string_view& rest, char mark) {
     return behind;
 }
 
-const FaultRule& findRule(std::string_view text, std::string_view name) {
-    for (const FaultRule& rule : kRules) {
-        if (rule.name == name)
-            return rule;
-    }
-    refuse(text, "there is no fault named \"" + std::string(name) + "\".");
-}
-
 std::optional<int> readNumber(std::string_view text, const FaultRule& rule,
                               std::optional<std::string_view> digits) {
     if (!digits) {
@@ -96,13 +88,7 @@ int readAmount(std::string_view text, const FaultRule& rule, std::optional<std::
         return rule.amount;
     if (!rule.takesAmount)
         refuse(text, std::string(rule.name) + " takes no amount.");
-    int amount = 0;
-    const char* end = digits->data() + digits->size();
-    const auto result = std::from_chars(digits->data(), end, amount);
-    if (result.ec != std::errc() || result.ptr != end || amount < rule.least || amount > rule.most)
-        refuse(text, "\"" + std::string(*digits) + "\" is no number from " + std::to_string(rule.least) +
-                         " to " + std::to_string(rule.most) + ".");
-    return amount;
+    return parseNumber("Fault \"" + std::string(text) + "\"", *digits, rule.least, rule.most);
 }
 
 bool readOnce(std::string_view text, const FaultRule& rule, std::optional<std::string_view> word) {
@@ -126,9 +112,23 @@ Fault parseFault(std::string_view text) {
     const std::optional<std::string_view> word = cutAt(name, ',');
     const std::optional<std::string_view> amount = cutAt(name, ':');
     const std::optional<std::string_view> number = cutAt(name, '=');
-    const FaultRule& rule = findRule(text, name);
-    return Fault{rule.kind, readNumber(text, rule, number), readAmount(text, rule, amount),
-                 readOnce(text, rule, word)};
+    const auto rule = std::ranges::find(kRules, name, &FaultRule::name);
+    if (rule == kRules.end())
+        refuse(text, "there is no fault named \"" + std::string(name) + "\".");
+    return Fault{rule->kind, readNumber(text, *rule, number), readAmount(text, *rule, amount),
+                 readOnce(text, *rule, word)};
+}
+
+std::optional<Fault> FaultList::strike(FaultKind kind, std::optional<int> number) {
+    const auto found = std::ranges::find_if(faults_, [&](const Fault& fault) {
+        return fault.kind == kind && (!fault.number || fault.number == number);
+    });
+    if (found == faults_.end())
+        return std::nullopt;
+    const Fault struck = *found;
+    if (struck.once)
+        faults_.erase(found);
+    return struck;
 }
 
 }  // namespace quorvex::sim

@@ -4,6 +4,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace quorvex::sim {
 
@@ -57,5 +58,20 @@ std::span<const FaultRule> faultTable();
 
 /// The fault that `text` describes. Throws std::invalid_argument with a sentence that says what is wrong.
 Fault parseFault(std::string_view text);
+
+/// The faults that a unit has been given, and which of the "once" ones have struck.
+class FaultList {
+public:
+    void add(const Fault& fault) { faults_.push_back(fault); }
+    void clear() { faults_.clear(); }
+
+    /// Asks at a step whether a fault of `kind` strikes there. `number` is the register that the step is
+    /// about; without one, only faults that name no register strike. A fault meant for once is gone with
+    /// the answer, so ask exactly when it would show.
+    std::optional<Fault> strike(FaultKind kind, std::optional<int> number = std::nullopt);
+
+private:
+    std::vector<Fault> faults_;
+};
 
 }  // namespace quorvex::sim

@@ -1,6 +1,7 @@
 #include "simulator/hex.h"
 
-#include <algorithm>
+#include <charconv>
+#include <stdexcept>
 
 namespace quorvex::sim {
 
@@ -8,16 +9,6 @@ namespace {
 
 constexpr std::string_view kDigits = "0123456789ABCDEF";
 constexpr std::size_t kMostDigits = 7;  // what always fits an int
-
-int digitValue(char c) {
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    return -1;
-}
 
 }  // namespace
 
@@ -30,13 +21,12 @@ std::optional<int> parseHex(std::string_view digits) {
     if (!isHex(digits) || digits.size() > kMostDigits)
         return std::nullopt;
     int number = 0;
-    for (const char c : digits)
-        number = number * 16 + digitValue(c);
+    std::from_chars(digits.data(), digits.data() + digits.size(), number, 16);
     return number;
 }
 
 bool isHex(std::string_view text) {
-    return !text.empty() && std::ranges::all_of(text, [](char c) { return digitValue(c) >= 0; });
+    return !text.empty() && upperHex(text).find_first_not_of(kDigits) == std::string::npos;
 }
 
 std::string upperHex(std::string_view digits) {
@@ -46,6 +36,16 @@ std::string upperHex(std::string_view digits) {
             c = static_cast<char>(c - 'a' + 'A');
     }
     return upper;
+}
+
+int parseNumber(const std::string& what, std::string_view text, int least, int most) {
+    int number = 0;
+    const char* end = text.data() + text.size();
+    const auto result = std::from_chars(text.data(), end, number);
+    if (result.ec != std::errc() || result.ptr != end || number < least || number > most)
+        throw std::invalid_argument(what + ": \"" + std::string(text) + "\" is no number from " +
+                                    std::to_string(least) + " to " + std::to_string(most) + ".");
+    return number;
 }
 
 std::string printable(std::string_view text) {

@@ -19,6 +19,10 @@ bool isHex(std::string_view text);
 /// `digits` with "a" to "f" in upper case; every other character as it is.
 std::string upperHex(std::string_view digits);
 
+/// The decimal number in `text`, `least` to `most`. Throws std::invalid_argument with a sentence that begins
+/// with `what` for any other text.
+int parseNumber(const std::string& what, std::string_view text, int least, int most);
+
 /// `text` fit for a terminal: every character outside printable ASCII, and the backslash, as \xNN.
 std::string printable(std::string_view text);
 

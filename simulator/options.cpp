@@ -1,7 +1,6 @@
 #include "simulator/options.h"
 
 #include <algorithm>
-#include <charconv>
 #include <functional>
 #include <stdexcept>
 
@@ -18,16 +17,6 @@ constexpr int kRecordBits = 22 * 10;  // a record of type 07 and its share of th
 
 [[noreturn]] void refuse(const std::string& sentence) {
     throw std::invalid_argument(sentence);
-}
-
-int readInteger(const std::string& option, const std::string& text, int least, int most) {
-    int number = 0;
-    const char* end = text.data() + text.size();
-    const auto result = std::from_chars(text.data(), end, number);
-    if (result.ec != std::errc() || result.ptr != end || number < least || number > most)
-        refuse(option + ": \"" + text + "\" is no number from " + std::to_string(least) + " to " +
-               std::to_string(most) + ".");
-    return number;
 }
 
 int readRegister(const std::string& option, const std::string& digits) {
@@ -67,7 +56,7 @@ const std::vector<Option>& optionTable() {
         {"--module", "rm5|kirk", "the radio module that the unit carries; kirk unless said otherwise",
          [](Options& o, Text text) { o.module = readModule(text); }},
         {"--pace", "BAUD", "let bytes take their time on the line, 300 to 1000000; without it, none",
-         [](Options& o, Text text) { o.baud = readInteger("--pace", text, 300, 1'000'000); }},
+         [](Options& o, Text text) { o.baud = parseNumber("--pace", text, 300, 1'000'000); }},
         {"--set", "NN=HEX", "the unit holds these digits in register NN; may be repeated",
          [](Options& o, Text text) { o.values.push_back(readValue(text)); }},
         {"--unavailable", "NN", "the unit does not answer for register NN; may be repeated",
@@ -75,7 +64,7 @@ const std::vector<Option>& optionTable() {
         {"--version-text", "TEXT", "the DECT firmware version",
          [](Options& o, Text text) { o.version = text; }},
         {"--version-lines", "N", "unrelated lines before the version line, 0 to 100",
-         [](Options& o, Text text) { o.linesBeforeVersion = readInteger("--version-lines", text, 0, 100); }},
+         [](Options& o, Text text) { o.linesBeforeVersion = parseNumber("--version-lines", text, 0, 100); }},
         {"--answer-writes", "", "answer writes, which the units do not do by themselves",
          [](Options& o, Text) { o.answersWrites = true; }},
         {"--refuse-kirk-reads", "",
@@ -84,9 +73,9 @@ const std::vector<Option>& optionTable() {
         {"--no-carrier", "", "kirk: calibration hears no test set (DC balance 0)",
          [](Options& o, Text) { o.carrierPresent = false; }},
         {"--stream-rate", "N", "kirk: calibration records a second, 1 to 50; 2 unless said otherwise",
-         [](Options& o, Text text) { o.recordsPerSecond = readInteger("--stream-rate", text, 1, 50); }},
+         [](Options& o, Text text) { o.recordsPerSecond = parseNumber("--stream-rate", text, 1, 50); }},
         {"--display-rate", "N", "beltpack: copies of its display a second, 1 to 50; none unless said",
-         [](Options& o, Text text) { o.framesPerSecond = readInteger("--display-rate", text, 1, 50); }},
+         [](Options& o, Text text) { o.framesPerSecond = parseNumber("--display-rate", text, 1, 50); }},
         {"--fault", "FAULT", "a fault, see below; may be repeated",
          [](Options& o, Text text) { o.faults.push_back(parseFault(text)); }},
         {"--dump", "FILE", "write what the unit holds to FILE at the end and on SIGUSR1",
@@ -96,14 +85,6 @@ const std::vector<Option>& optionTable() {
         {"--help", "", "print this and end", [](Options& o, Text) { o.help = true; }},
     };
     return table;
-}
-
-const Option& findOption(const std::string& name) {
-    for (const Option& option : optionTable()) {
-        if (option.name == name)
-            return option;
-    }
-    refuse("There is no option " + name + ".");
 }
 
 Options::UnitKind readUnit(const std::string& word) {
@@ -168,14 +149,13 @@ Options parseOptions(const std::vector<std::string>& arguments) {
             ++units;
             continue;
         }
-        const Option& option = findOption(word);
-        if (option.argument.empty()) {
-            option.apply(options, {});
-        } else {
-            if (i + 1 == arguments.size())
-                refuse(word + " needs " + std::string(option.argument) + " after it.");
-            option.apply(options, arguments[++i]);
-        }
+        const auto option = std::ranges::find(optionTable(), word, &Option::name);
+        if (option == optionTable().end())
+            refuse("There is no option " + word + ".");
+        const bool takesArgument = !option->argument.empty();
+        if (takesArgument && ++i == arguments.size())
+            refuse(word + " needs " + std::string(option->argument) + " after it.");
+        option->apply(options, takesArgument ? arguments[i] : std::string());
     }
     if (!options.help)
         check(options, units);

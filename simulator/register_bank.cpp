@@ -13,21 +13,14 @@ bool RegisterBank::holds(int number) const {
     return found != registers_.end() && found->second.available;
 }
 
-int RegisterBank::dataBytes(int number) const {
-    return static_cast<int>(registers_.at(number).digits.size() / 2);
-}
-
 const std::string& RegisterBank::value(int number) const {
     return registers_.at(number).digits;
 }
 
 bool RegisterBank::store(int number, std::string_view digits) {
-    if (!holds(number) || !isHex(digits))
+    if (!holds(number) || !isHex(digits) || digits.size() != value(number).size())
         return false;
-    Register& entry = registers_.at(number);
-    if (digits.size() != entry.digits.size())
-        return false;
-    entry.digits = upperHex(digits);
+    registers_.at(number).digits = upperHex(digits);
     return true;
 }
 

@@ -16,9 +16,6 @@ public:
     /// Whether the unit has the register and answers for it.
     bool holds(int number) const;
 
-    /// Count of data bytes. Throws std::out_of_range for a register that was never defined.
-    int dataBytes(int number) const;
-
     /// The digits. Throws std::out_of_range for a register that was never defined.
     const std::string& value(int number) const;
 

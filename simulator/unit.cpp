@@ -1,5 +1,7 @@
 #include "simulator/unit.h"
 
+#include <algorithm>
+
 #include "simulator/hex.h"
 
 namespace quorvex::sim {
@@ -57,15 +59,18 @@ void Unit::receive(std::string_view bytes, std::int64_t nowMs) {
 std::string Unit::take(std::int64_t nowMs) {
     runStreams(nowMs);
     std::string bytes;
-    while (const auto piece = outbox_.pop(nowMs)) {
-        record(TranscriptEntry::Kind::kSent, piece->shown, piece->dueMs);
-        bytes += piece->bytes;
+    for (; !outbox_.empty() && outbox_.front().dueMs <= nowMs; outbox_.pop_front()) {
+        const Piece& piece = outbox_.front();
+        record(TranscriptEntry::Kind::kSent, piece.shown, piece.dueMs);
+        bytes += piece.bytes;
     }
     return bytes;
 }
 
 std::optional<std::int64_t> Unit::nextEventMs() const {
-    std::optional<std::int64_t> next = outbox_.nextMs();
+    std::optional<std::int64_t> next;
+    if (!outbox_.empty())
+        next = outbox_.front().dueMs;
     if (gone_)
         return next;
     for (const std::optional<std::int64_t> other : {calibration_.nextMs(), nextStreamMs()}) {
@@ -230,7 +235,9 @@ void Unit::sendLine(const std::string& line, std::int64_t dueMs) {
 }
 
 void Unit::send(std::string bytes, std::string shown, std::int64_t dueMs) {
-    outbox_.push({dueMs, std::move(bytes), std::move(shown)});
+    if (!outbox_.empty())
+        dueMs = std::max(dueMs, outbox_.back().dueMs);
+    outbox_.push_back({dueMs, std::move(bytes), std::move(shown)});
 }
 
 std::string Unit::nextUnrelatedLine() {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <deque>
 #include <optional>
 #include <set>
 #include <string>
@@ -8,9 +9,8 @@
 #include <utility>
 
 #include "simulator/calibration_stream.h"
-#include "simulator/fault_list.h"
+#include "simulator/fault.h"
 #include "simulator/frame.h"
-#include "simulator/outbox.h"
 #include "simulator/register_bank.h"
 #include "simulator/transcript.h"
 
@@ -91,11 +91,19 @@ protected:
 
     /// Queues `text` as the reply to the line just received, with the faults that strike at `number`.
     void reply(const std::string& text, std::optional<int> number, std::int64_t nowMs);
-    /// Queues bytes that are sent just as they are; `shown` is for the transcript.
+    /// Queues bytes that are sent just as they are; `shown` is for the transcript. A late reply holds up what
+    /// comes after it, as it does on a line with one sender.
     void send(std::string bytes, std::string shown, std::int64_t dueMs);
     void note(const std::string& text, std::int64_t nowMs);
 
 private:
+    /// What will go out on the line, and when.
+    struct Piece {
+        std::int64_t dueMs = 0;
+        std::string bytes;
+        std::string shown;  ///< for the transcript
+    };
+
     /// A "!" command of this kind of unit alone. False if it is not known.
     virtual bool handleOwnCommand(const Frame& frame, std::int64_t nowMs) = 0;
     /// What a read of a register that is not held is answered with; nothing for silence.
@@ -125,7 +133,7 @@ private:
     RegisterBank registers_;
     FaultList faults_;
     CalibrationStream calibration_;
-    Outbox outbox_;
+    std::deque<Piece> outbox_;
     Transcript transcript_;
     std::string line_;       ///< what has come of the line being received
     std::string lastLine_;   ///< the last complete one
