@@ -34,7 +34,7 @@ QString Visitor::holds(const Unit& unit) const {
 }
 
 QJsonValue Visitor::ask(const QJsonObject& command) {
-    const QJsonValue answer = program_.ask(command);
+    QJsonValue answer = program_.ask(command);
     if (!program_.refusal().isEmpty())
         throw TourFailure("The window does not do it: " + program_.refusal());
     return answer;
