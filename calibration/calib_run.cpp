@@ -73,9 +73,8 @@ void CalibRun::CommandCalibAAB_Click(const CalibrationFields& fieldsA, const Cal
 
 void CalibRun::begin(std::function<void()> run) {
     next_ = std::move(run);
-    if (isUnderWay_)
+    if (isWindingUp_)
         return;
-    const Held underWay(isUnderWay_, true);
     while (next_)
         std::exchange(next_, {})();
 }
@@ -96,6 +95,7 @@ void CalibRun::calibrateBeltpack(const CalibrationFields& fields, TextField& rss
         operation.enterMode(kTexts.enterMode, kTexts.leaveMode);
     if (!tune(operation, std::move(dialog), result, kTexts))
         return;
+    const Held windingUp(isWindingUp_, true);
     if (module_.isKirk())
         drain();
     readBeltpack(operation, fields, rssiThreshold);
@@ -123,6 +123,7 @@ void CalibRun::calibrateModule(const Texts& texts, const AntennaModule& module,
     }
     if (!tune(operation, std::move(dialog), result, texts))
         return;
+    const Held windingUp(isWindingUp_, true);
     readModule(operation, module, fields);
 }
 

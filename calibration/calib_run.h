@@ -72,7 +72,7 @@ private:
     CommandLink& link_;
     RadioModule& module_;
     CalibNeighbours& neighbours_;
-    bool isUnderWay_ = false;
+    bool isWindingUp_ = false;
     std::function<void()> next_;  ///< the run to begin when this one has ended; empty for none
 };
 
