@@ -33,6 +33,8 @@ public:
     void load();
     /// The open port's device went away.
     void portLost();
+    /// The line that the window's operations share.
+    CommandLink& link() { return link_; }
     /// The program ends: a unit in calibration mode is told to leave it first.
     void closePort() { link_.closePort(); }
 

@@ -26,8 +26,7 @@ public:
     /// Clicks the button of that name; returns when what it starts has ended.
     /// Throws std::runtime_error when a message box comes up.
     void click(const QString& button);
-    /// Runs `work` as a handler of the window, so that the remote screen's timer leaves the port to it.
-    /// What it throws comes out here.
+    /// Runs `work` as a handler of the window. What it throws comes out here.
     void operate(const std::function<void()>& work);
     /// Lets the window live for that long.
     void rest(int ms);
@@ -38,17 +37,10 @@ public:
 
     CountingPort& port() { return counted_; }
     EventLoop& loop() { return loop_; }
-    /// A link on the window's port whose operator is told nothing.
-    CommandLink& link() { return link_; }
+    /// The window's own, so that the remote screen leaves the port to the operations on it.
+    CommandLink& link() { return window_->link(); }
 
 private:
-    class SilentConsole : public Console {
-        void status(std::string_view /*text*/, Colour /*colour*/) override {}
-        void messageBox(std::string_view /*text*/, Icon /*icon*/, std::string_view /*title*/) override {}
-        void beep() override {}
-        void hourglass(bool /*up*/) override {}
-    };
-
     template <typename Control>
     Control& control(const QString& name) const {
         if (auto* found = window_->findChild<Control*>(name))
@@ -59,8 +51,6 @@ private:
     QtSerialPort port_;
     CountingPort counted_{port_};
     QtEventLoop loop_;
-    SilentConsole console_;
-    CommandLink link_{counted_, loop_, console_};
     QtSettingsStore store_;
     std::unique_ptr<FrmMain> window_;
 };

@@ -79,7 +79,8 @@ void TestSettingsFileReader::rowsOfLines() {
     row("a million digits in one line", "K4700\r\n" + QByteArray(kMegabyte, 'A') + "\r\nA1\r\n",
         {"AAAAAAAAAA", "A1"});
     row("a million without line end", "K4700\r\n" + QByteArray(kMegabyte, 'A'), {"AAAAAAAAAA"});
-    row("a quarter of a million lines", "K4700\r\n" + QByteArray("A0\r\n").repeated(250'000), QStringList(21, "A0"));
+    row("a quarter of a million lines", "K4700\r\n" + QByteArray("A0\r\n").repeated(250'000),
+        QStringList(21, "A0"));
 }
 
 void TestSettingsFileReader::rowsOfItems() {
