@@ -46,16 +46,22 @@ std::size_t numberLength(std::string_view text) {
     return digits ? at : 0;
 }
 
+/// What counts for a number that no double holds: 0 for one below 1, else one that is far outside every range
+/// that is checked later.
+double beyondDouble(std::string_view number) {
+    const std::string_view whole = number.substr(0, number.find('.'));
+    if (whole.find_first_of("123456789") == std::string_view::npos)
+        return 0;
+    constexpr double kMost = std::numeric_limits<double>::max();
+    return number.front() == '-' ? -kMost : kMost;
+}
+
 double parsed(std::string_view number) {
     if (!number.empty() && number.front() == '+')
         number.remove_prefix(1);
     double value = 0;
     const auto result = std::from_chars(number.data(), number.data() + number.size(), value);
-    // A number too long for a double is far outside every range that is checked later.
-    if (result.ec == std::errc::result_out_of_range)
-        return number.front() == '-' ? -std::numeric_limits<double>::max()
-                                     : std::numeric_limits<double>::max();
-    return value;
+    return result.ec == std::errc::result_out_of_range ? beyondDouble(number) : value;
 }
 
 template <typename Integer>
