@@ -7,6 +7,14 @@ if(QUORVEX_SANITIZE)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
+if(QUORVEX_FUZZ)
+  # The library's own assertions see what no sanitizer does: an empty optional, a place past a text's end.
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+  add_compile_options(-fsanitize=fuzzer-no-link,address,undefined -fno-sanitize-recover=undefined
+                      -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+
 # quorvex_tests(LABEL unit|window|bench-top CLASSES <class>... [SUFFIX <suffix>] [TIMEOUT <s>])
 # Adds test classes to the test program of the folder that calls it. TestNumberText stands in test_number_text.cpp
 # and is the CTest entry <folder>_number_text<suffix>, a process of its own.

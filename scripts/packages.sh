@@ -7,6 +7,7 @@ BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
 VIRTUAL_DISPLAY_PACKAGES=(xvfb)
 WAYLAND_PACKAGES=(qt6-wayland)
 LINT_PACKAGES=(git clang-format clang-tidy)
+FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
