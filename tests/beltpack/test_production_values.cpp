@@ -51,6 +51,7 @@ private Q_SLOTS:
     void notBeforeARead_data();
     void notBeforeARead();
     void emptyImage();
+    void insideARead();
     void writeFails_data();
     void writeFails();
     void notVerified();
@@ -183,6 +184,16 @@ void TestProductionValues::notBeforeARead() {
 }
 
 // A read that failed at its start has emptied the image, but what is available is still known.
+// The read would go on over the values, and some of them would stay.
+void TestProductionValues::insideARead() {
+    ProductionBench bench;
+    bench.readUnit();
+    const SettingsImage::Filling read(bench.image);
+    bench.production.buttonSetProdSettiings_Click();
+    QCOMPARE(bench.journal.entries(), QStringList({kNeverFilled, kFlagLine}));
+    QCOMPARE(bench.values(), QStringList(21, QString(10, ' ')));
+}
+
 void TestProductionValues::emptyImage() {
     ProductionBench bench;
     bench.readUnit();

@@ -43,6 +43,7 @@ private Q_SLOTS:
     void typeChangesOnTheWay_data();
     void typeChangesOnTheWay();
     void anotherRunInside();
+    void anotherRunInsideTheReadBack();
     void programEnds_data();
     void programEnds();
     void programEndsAtRest();
@@ -288,6 +289,24 @@ void TestCalibRunFailures::anotherRunInside() {
              QStringList({"status black: Beltpack Calibrated successfully.",
                           "status black: Error occured during Beltpack Calibration."}));
     QVERIFY(at.journal.entries().last().startsWith("status "));  // nothing is read back after that
+}
+
+// Begun in there it would start from values that are no longer the unit's.
+void TestCalibRunFailures::anotherRunInsideTheReadBack() {
+    RunBench at;
+    at.connect();
+    at.endWith(CalResult::confirmed);
+    at.port.onLine([&](const std::string& line) {
+        if (line == "# 013D")
+            at.run("A");
+    });
+    at.run("Beltpack");
+    const QStringList entries = at.journal.entries();
+    QCOMPARE(entries.count("dialog shown"), 2);
+    QVERIFY(entries.indexOf("> # 013c") < entries.lastIndexOf("dialog shown"));
+    QCOMPARE(at.journal.entriesOf("status "),
+             QStringList({"status black: Beltpack Calibrated successfully.",
+                          "status black: Active Antenna calibrated successfully."}));
 }
 
 void TestCalibRunFailures::programEnds_data() {

@@ -178,6 +178,7 @@ void TestNumberText::readsDecimal_data() {
     row("blank", "          ", 0);
     row("empty", "", 0);
     row("blanks in front", "  7", 7);
+    row("other blanks", "\t1\r\n2", 12);
     row("negative", "-3", -3);
     row("plus", "+3", 3);
     row("fraction", "2.5", 2.5);

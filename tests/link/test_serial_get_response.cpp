@@ -24,6 +24,7 @@ private Q_SLOTS:
     void unplugged_data();
     void unplugged();
     void leftoverIsReadByTheNextReader();
+    void lineWithoutEndIsCut();
     void tickCountOverflow_data();
     void tickCountOverflow();
 };
@@ -164,6 +165,16 @@ void TestSerialGetResponse::leftoverIsReadByTheNextReader() {
     QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
     at.port.receive("4\r");
     QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "Error");
+}
+
+void TestSerialGetResponse::lineWithoutEndIsCut() {
+    LinkFixture at;
+    at.port.receive("#" + std::string(10'000, 'x') + "\r#1\r");
+    const std::string line = Operation(at.link).serialGetResponse(1, '\r');
+    QCOMPARE(line.size(), std::size_t{4096});
+    QVERIFY(line.starts_with("#xx"));
+    // The rest of it is dropped, and is no part of the next line.
+    QCOMPARE(shown(Operation(at.link).serialGetResponse(1, '\r')), "#1");
 }
 
 void TestSerialGetResponse::tickCountOverflow_data() {

@@ -19,6 +19,8 @@ private Q_SLOTS:
     void portFaultIsSilent_data();
     void portFaultIsSilent();
     void closedPortIsSilent();
+    void halfACommandIsNotSent_data();
+    void halfACommandIsNotSent();
     void status_data();
     void status();
 };
@@ -101,6 +103,24 @@ void TestSerialSendString::closedPortIsSilent() {
     Operation(pulled.link).serialSendString("# 0139");
     QCOMPARE(pulled.journal.entries(), QStringList());
     QCOMPARE(pulled.port.calls().size(), 4);
+}
+
+void TestSerialSendString::halfACommandIsNotSent_data() {
+    QTest::addColumn<int>("room");
+    QTest::addColumn<QByteArray>("sent");
+    QTest::newRow("none") << 0 << QByteArray();
+    QTest::newRow("no room for the line feed") << 7 << QByteArray();
+    QTest::newRow("just enough") << 8 << QByteArray("# 0139\r\n");
+}
+
+void TestSerialSendString::halfACommandIsNotSent() {
+    QFETCH(int, room);
+    QFETCH(QByteArray, sent);
+    LinkFixture at;
+    at.port.leaveRoom(static_cast<std::size_t>(room));
+    Operation(at.link).serialSendString("# 0139");
+    QCOMPARE(shown(at.port.sentBytes()), shown(bytesOf(sent)));
+    QCOMPARE(at.journal.entriesOf("status"), QStringList());
 }
 
 void TestSerialSendString::status_data() {

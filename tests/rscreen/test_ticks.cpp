@@ -31,6 +31,7 @@ private Q_SLOTS:
     void operationWithoutAnswerInsideAFrame();
     void severalCommandsInsideAFrame();
     void deedWithoutCommandInsideAFrame();
+    void otherPortInsideAFrame();
     void operationAfterTheFrame();
     void nearTheEndOfTheTickCount();
     void windowLivesAtFullLineSpeed();
@@ -215,6 +216,19 @@ void TestTicks::deedWithoutCommandInsideAFrame() {
     at.receiveAt(300, bits.sliced(100));
     QVERIFY(at.tick());
     QCOMPARE(at.shownFrame(), bits);
+}
+
+void TestTicks::otherPortInsideAFrame() {
+    ScreenBench at;
+    at.receive("sync" + pictureBytes(1).first(100));
+    at.loop.at(100, [&] {
+        at.port.close();
+        at.port.open(2);
+        at.receive(pictureBytes(2));
+    });
+    QVERIFY(!at.tick());
+    QCOMPARE(at.shownFrame(), mixed(pictureBytes(1).first(100), kNothingShown));
+    QCOMPARE(at.port.unread().size(), std::size_t{kFrameBytes});
 }
 
 void TestTicks::operationAfterTheFrame() {

@@ -43,6 +43,7 @@ public:
     std::size_t waiting() override;
     void discardInput() override;
     std::optional<char> read() override;
+    std::size_t room() override { return room_; }
     void write(char c) override;
     void flush() override;
 
@@ -73,6 +74,8 @@ public:
     void failWritesAfter(int characters) { writesBeforeFault_ = characters; }
     void failFlush() { flushFails_ = true; }
     void failReads() { readsFail_ = true; }
+    /// The unit takes nothing, so that only this much of the transmit buffer is free.
+    void leaveRoom(std::size_t characters) { room_ = characters; }
 
     const std::vector<Sent>& sent() const { return sent_; }
     QStringList sentLines() const;
@@ -106,6 +109,7 @@ private:
     bool flushFails_ = false;
     bool readsFail_ = false;
     int readCount_ = 0;
+    std::size_t room_ = kTransmitBuffer;
     int floodCount_ = 0;
 };
 
