@@ -59,6 +59,7 @@ bool BeltpackRead::readAll(std::string& systemIdProblem) {
         editors_.showImage();
         neighbours_.requestDectVersion(operation);
         demandGoingOn(operation);
+        demandFilled();
         return true;
     } catch (const RuntimeFault&) {
         return false;
@@ -93,7 +94,11 @@ void BeltpackRead::readParameters(Operation& operation) {
             link_.status("Option " + parameter.name.str() + "unavailable!", kRed);
         }
     }
-    if (!image_.isFilled())  // a read in one of these waits has blanked it and found no unit
+    demandFilled();
+}
+
+void BeltpackRead::demandFilled() const {
+    if (!image_.isFilled())  // a read in one of the waits has blanked it and found no unit
         throw RuntimeFault::noReply();
 }
 

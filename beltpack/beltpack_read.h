@@ -44,6 +44,7 @@ private:
     bool readAll(std::string& systemIdProblem);
     void detectRfModule(Operation& operation);
     // Each of these throws "No reply".
+    void demandFilled() const;
     void readParameters(Operation& operation);
     void readCalibration(Operation& operation);
     void readRssiThreshold(Operation& operation);

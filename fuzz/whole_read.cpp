@@ -58,7 +58,7 @@ struct Bench : BeltpackReadNeighbours {
     }
     std::string showSystemId(const std::string& digits) override { return systemId.showParkB(digits); }
     void requestDectVersion(Operation& operation) override { version.request(operation); }
-    void enableSettingsButtons() override {}
+    void enableSettingsButtons() override { require(image.isFilled(), "there is something to save"); }
 
     void happen(char what) {
         try {

@@ -20,6 +20,8 @@ private Q_SLOTS:
     void secondReadInsideTheFirst();
     void failedReadInsideAnother();
     void readInsideTheVersionRequest();
+    void failedReadInsideALateWait_data();
+    void failedReadInsideALateWait();
     void readWhileTheFailureBoxIsOpen();
     void portChangedInsideARead();
     void moduleTypeChangedInsideARead();
@@ -90,6 +92,29 @@ void TestReadNested::readInsideTheVersionRequest() {
     QCOMPARE(bench.journal.entriesOf("status green").size(), 2);
     QCOMPARE(bench.port.sent().size(), 48U);
     QVERIFY(!bench.console.isHourglassUp());
+}
+
+void TestReadNested::failedReadInsideALateWait_data() {
+    QTest::addColumn<QString>("waitingFor");
+    QTest::newRow("FM deviation") << "# 013D";
+    QTest::newRow("frequency accuracy") << "# 013C";
+}
+
+// It has blanked the image: there is nothing to save or to write.
+void TestReadNested::failedReadInsideALateWait() {
+    QFETCH(QString, waitingFor);
+    BeltpackBench bench;
+    bench.connectRm5();
+    bench.port.onLine([&, nested = false](const std::string& line) mutable {
+        if (shown(line) != waitingFor || std::exchange(nested, true))
+            return;
+        bench.silenceParameter(0);
+        bench.read.CommandRdSettingsBp_Click();
+    });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entriesOf("status black: Error"), QStringList({kFailure, kFailure}));
+    QCOMPARE(bench.journal.entriesOf("settings buttons"), QStringList());
+    QVERIFY(!bench.image.isFilled());
 }
 
 void TestReadNested::readWhileTheFailureBoxIsOpen() {
