@@ -267,6 +267,7 @@ void TestNumberText::cuts_data() {
     QTest::addColumn<int>("position");
     QTest::addColumn<int>("count");
     QTest::addColumn<QString>("part");
+    QTest::newRow("before the first") << 0 << 3 << "";
     QTest::newRow("first") << 1 << 1 << "a";
     QTest::newRow("inner") << 2 << 3 << "bcd";
     QTest::newRow("last") << 6 << 1 << "f";

@@ -27,6 +27,7 @@ void TestSerialPortOrder::orders_data() {
     QTest::newRow("built-in of several makes") << QStringList{"ttyAMA0", "ttyAMA1", "ttyS0", "ttyUSB0"};
     QTest::newRow("other kinds") << QStringList{"ttyS0",   "ttyUSB0", "ttyACM0", "ttyGS0",
                                                 "rfcomm0", "rfcomm1", "tnt0"};
+    QTest::newRow("number alone") << QStringList{"7", "30", "ttyS0"};
     QTest::newRow("without a number") << QStringList{"ttyS0", "ttyUSB", "ttyACM"};
 }
 
