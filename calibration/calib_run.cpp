@@ -11,6 +11,7 @@ namespace {
 
 constexpr int kReplyLength = 8;
 constexpr int kRoom = 4;  ///< its own operation, the two of the dialog and a button's
+constexpr std::int32_t kLongestDrainMs = 15'000;  ///< a unit that did not take the command streams on
 
 std::int16_t valueOf(const TextField& field) {
     return toInt16(decimalValue(field.text()));
@@ -179,7 +180,9 @@ bool CalibRun::tellOutcome(CalResult result, const Texts& texts) {
 }
 
 void CalibRun::drain() {
-    Operation operation(link_, [this, &operation] { return !next_ && operation.isLatest(); });
+    Operation operation(link_, [this, &operation, isInTime = link_.untilPassed(kLongestDrainMs)] {
+        return !next_ && operation.isLatest() && isInTime();
+    });
     operation.hourglass();
     while (operation.serialGetResponseChars(limit::kDrain, kReplyLength) != kError) {
     }

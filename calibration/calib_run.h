@@ -66,7 +66,8 @@ private:
     bool tune(Operation& operation, std::unique_ptr<CalibDialog> dialog, const CalResult& result,
               const Texts& texts);
     bool tellOutcome(CalResult result, const Texts& texts);
-    /// Takes in what a Kirk streamed last, until the line is silent for a second or another operation begins.
+    /// Takes in what a Kirk streamed last, until the line is silent for a second or another operation begins;
+    /// not for good, if the unit goes on.
     void drain();
 
     CommandLink& link_;

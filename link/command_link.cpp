@@ -17,6 +17,10 @@ std::function<bool()> CommandLink::untilPortGone() const {
     return [this, connection = port_.connection()] { return connection == port_.connection(); };
 }
 
+std::function<bool()> CommandLink::untilPassed(std::int32_t ms) const {
+    return [this, end = std::int64_t{loop_.ticks()} + ms] { return loop_.ticks() < end; };
+}
+
 void CommandLink::closePort() {
     for (auto operation = operations_.rbegin(); operation != operations_.rend(); ++operation)
         (*operation)->leaveMode();

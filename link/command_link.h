@@ -30,6 +30,8 @@ public:
     /// For what belongs to the port that is open now: true until it is closed or lost, or another one was
     /// opened.
     std::function<bool()> untilPortGone() const;
+    /// True for `ms` from now on.
+    std::function<bool()> untilPassed(std::int32_t ms) const;
     /// Lets the operations under way take the unit out of the modes they put it into, then closes the port.
     void closePort();
 

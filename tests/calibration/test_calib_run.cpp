@@ -246,6 +246,10 @@ void TestCalibRun::drains_data() {
     QTest::newRow("a record in the last moment") << QList<int>{999} << 1999;
     QTest::newRow("records go on for a while") << QList<int>{0, 500, 1400, 2300, 3200} << 4200;
     QTest::newRow("a record too late") << QList<int>{0, 1200} << 1000;
+    QList<int> endless;
+    for (int tick = 0; tick < 60'000; tick += 500)
+        endless << tick;
+    QTest::newRow("records without end") << endless << 15'000;
 }
 
 void TestCalibRun::drains() {
