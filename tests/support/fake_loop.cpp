@@ -35,6 +35,7 @@ bool FakeLoop::runDue() {
 void FakeLoop::run(std::int32_t untilTick) {
     ++turns_;
     longestPause_ = std::max(longestPause_, now_ - turnEndedAt_);
+    turnEndedAt_ = now_;
     turnsAtThisTick_ = now_ == lastTurnTick_ ? turnsAtThisTick_ + 1 : 0;
     lastTurnTick_ = now_;
     if (turnsAtThisTick_ > kMostTurnsAtOneTick)
@@ -42,6 +43,7 @@ void FakeLoop::run(std::int32_t untilTick) {
 
     if (!runDue() && untilTick > now_) {
         now_ = std::max(now_, std::min<Tick>(nextTick(), untilTick));
+        turnEndedAt_ = now_;  // what runs now may let the window in again
         runDue();
     }
     turnEndedAt_ = now_;
