@@ -170,7 +170,7 @@ QStringList againstPromise(const Cell& cell, const Outcome& outcome, const QStri
 QStringList afterwards(Workshop& shop, const CleanRun& clean) {
     pass(shop, kSettleMs);
     if (!shop.port.isOpen())
-        shop.port.open(1);
+        shop.portChoice.open(1);
     if (clean.operation().kind == TestedOperation::Kind::display) {
         begin(shop, clean.operation(), {});
         clean.operation().run(shop);  // what nobody took meanwhile is taken

@@ -14,7 +14,7 @@ using Struck = FaultyPort::Struck;
 using Tick = FaultyPort::Tick;
 
 constexpr Tick kJabberMs = 20'000;
-constexpr Tick kOpenAgainMs = 500;
+constexpr Tick kSoonPickedMs = 500;
 constexpr Tick kPickedAgainMs = 5'000;
 constexpr std::size_t kRegisterAt = 4, kDataAt = 6;
 constexpr const char* kOtherLine = "! 0211E7\r\n";
@@ -141,7 +141,7 @@ TestedFault jabber(const char* name, const char* begin, const char* pattern, boo
                 port.say(begin);
                 port.jabber(pattern, kJabberMs);
                 if (pickedAgain)
-                    port.openAgainIn(kPickedAgainMs);
+                    port.pickAgainIn(kPickedAgainMs);
             },
             Promise::none, false};
 }
@@ -167,14 +167,14 @@ std::vector<TestedFault> losses() {
              port.pullAfterReads(kCharactersBefore);
          },
          Promise::noMixture, false},
-        {"cable pulled as a line goes out, port open again after 0.5 s", Place::line,
+        {"cable pulled as a line goes out, port picked again after 0.5 s", Place::line,
          [](FaultyPort& port, const Struck&) {
              port.pull();
-             port.openAgainIn(kOpenAgainMs);
+             port.pickAgainIn(kSoonPickedMs);
          },
          Promise::noMixture, false},
         {"no reply, port picked again after 0.5 s", Place::reply,
-         [](FaultyPort& port, const Struck&) { port.openAgainIn(kOpenAgainMs); }, Promise::noMixture, false},
+         [](FaultyPort& port, const Struck&) { port.pickAgainIn(kSoonPickedMs); }, Promise::noMixture, false},
         closed,
     };
 }

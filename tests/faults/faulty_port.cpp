@@ -8,7 +8,6 @@ namespace quorvex {
 
 namespace {
 constexpr std::string_view kLineEnd = "\r\n";
-constexpr int kPort = 1;
 }  // namespace
 
 FaultyPort::FaultyPort(sim::Unit& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
@@ -132,8 +131,12 @@ void FaultyPort::say(const std::string& bytes, Tick afterMs) {
 }
 
 void FaultyPort::pull() {
-    isOpen_ = false;
     wasLost_ = true;
+    close();
+}
+
+void FaultyPort::close() {
+    isOpen_ = false;
     received_.clear();
     written_.clear();
     line_.clear();
@@ -141,11 +144,8 @@ void FaultyPort::pull() {
     readsLeft_.reset();
 }
 
-void FaultyPort::openAgainIn(Tick ms) {
-    loop_.at(loop_.ticks() + ms, [this] {
-        close();
-        open(kPort);
-    });
+void FaultyPort::pickAgainIn(Tick ms) {
+    loop_.at(loop_.ticks() + ms, [this] { onPicked_(); });
 }
 
 void FaultyPort::jabber(const std::string& pattern, Tick lastsMs) {

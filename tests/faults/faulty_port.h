@@ -4,6 +4,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "link/serial_port.h"
@@ -42,7 +43,7 @@ public:
     /// Open from the start. The unit and the loop must outlive it.
     FaultyPort(sim::Unit& unit, FakeLoop& loop);
 
-    void close() override { pull(); }
+    void close() override;
     bool isOpen() const override { return isOpen_; }
     std::size_t waiting() override;
     void discardInput() override;
@@ -61,8 +62,9 @@ public:
     void pull();
     /// The cable is out after that many characters more.
     void pullAfterReads(int characters) { readsLeft_ = characters; }
-    /// The operator picks the port again.
-    void openAgainIn(Tick ms);
+    /// The operator picks the port again, in the way of onPicked.
+    void pickAgainIn(Tick ms);
+    void onPicked(std::function<void()> handler) { onPicked_ = std::move(handler); }
     /// `pattern` over and over at once, instead of all that the unit sends; at each character read a
     /// millisecond passes.
     void jabber(const std::string& pattern, Tick lastsMs);
@@ -71,7 +73,7 @@ public:
     int replies() const { return replies_; }
     /// What the unit sent by itself, as it sent it.
     const std::vector<std::string>& streamed() const { return streamed_; }
-    /// Whether it was closed or lost at any time since the plan was made.
+    /// Whether the cable was pulled at any time since the plan was made, or the port closed before.
     bool wasLost() const { return wasLost_; }
 
 private:
@@ -94,6 +96,7 @@ private:
     std::vector<std::string> lines_, streamed_;
     int replies_ = 0;
     std::optional<Tick> struckAt_, nextLineAt_;
+    std::function<void()> onPicked_;
 };
 
 }  // namespace quorvex

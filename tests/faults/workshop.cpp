@@ -12,6 +12,7 @@ namespace quorvex {
 namespace {
 
 constexpr FakeLoop::Tick kTickMs = 250;
+constexpr int kPort = 1;
 constexpr int kFrameMs = 500;
 
 std::unique_ptr<sim::Unit> makeUnit(UnitKind kind) {
@@ -51,6 +52,7 @@ struct Workshop::Counted : VirtualDialog {
 };
 
 Workshop::Workshop(UnitKind kind) : unit_(makeUnit(kind)), unitAtStart_(unit_->dump()), port(*unit_, loop) {
+    port.onPicked([this] { portChoice.open(kPort); });
     prepare();
 }
 
@@ -58,10 +60,20 @@ std::unique_ptr<CalibDialog> Workshop::createDialog(CalResult& result) {
     return std::make_unique<Counted>(*this, result);
 }
 
-void Workshop::prepare() {
+void Workshop::resetUnit() {
     std::istringstream lines(unitAtStart_);
     for (std::string line; std::getline(lines, line);)
         unit_->setValue(static_cast<int>(hexValue(line.substr(0, 2))), line.substr(3));
+    if (dynamic_cast<sim::ActiveAntenna*>(unit_.get()) == nullptr)
+        return;
+    for (const auto& [a, b] : {std::pair{0x01, 0x02}, {0x05, 0x06}, {0x07, 0x08}, {0x09, 0x0A}}) {
+        if (unit_->holds(a))
+            unit_->setValue(b, unit_->value(a));
+    }
+}
+
+void Workshop::prepare() {
+    resetUnit();
     store.put(kRfModuleKey, unit_->module() == sim::RfModule::kKirk ? "1" : "0");
     rfModule.load();
     for (int i = 0; i < SettingsImage::kParameters; ++i) {

@@ -15,6 +15,7 @@
 #include "identity/psn_update.h"
 #include "identity/rf_carriers_update.h"
 #include "identity/system_id.h"
+#include "link/port_choice.h"
 #include "tests/calibration/virtual_dialog.h"
 #include "tests/faults/faulty_port.h"
 #include "tests/rscreen/screen_bench.h"
@@ -34,8 +35,9 @@ public:
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
 
-    /// The unit as it was at the start; an image with other values throughout, as if read from another unit;
-    /// fields that hold "1" (a number, as calibrations need one). The journal is empty then.
+    /// The unit as it was at the start, module B like module A; an image with other values throughout, as if
+    /// read from another unit; fields that hold "1" (a number, as calibrations need one). The journal is
+    /// empty then.
     void prepare();
     /// What the window and the unit hold, always in the same order.
     Values values() const;
@@ -59,6 +61,7 @@ private:
     void requestDectVersion(Operation& operation) override { beltpackVersion.request(operation); }
     void enableSettingsButtons() override {}
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override;
+    void resetUnit();
     void addFieldValues(Values& values) const;
     std::string pictureShown() const;
     void tickIn(Tick ms);
@@ -89,6 +92,7 @@ public:
     FakeConsole console{journal};
     FakeStore store{journal};
     CommandLink link{port, loop, console};
+    PortChoice portChoice{link, port, store};
     SettingsImage image;
     RfModule rfModule{store, {frame_, frame_, frame_}};
 
