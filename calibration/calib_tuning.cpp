@@ -172,7 +172,7 @@ bool CalibTuning::confirm() {
         return false;
     sendFor(check, kStoreFmDev, controls_.fmDev.value());
     sendFor(check, kFrequency, freqCode());
-    return true;
+    return !check.isOver();  // a cable that was pulled meanwhile has taken nothing there
 }
 
 void CalibTuning::CommandCancel_Click() {
