@@ -151,6 +151,16 @@ QString wrongValues(const Workshop& shop, const CleanRun& clean) {
     return all.join(", ");
 }
 
+/// Whether all that the unit should hold by now is there.
+bool isUnitComplete(const Workshop& shop, const CleanRun& clean) {
+    const Workshop::Values now = shop.values();
+    for (std::size_t i = 0; i < now.size(); ++i) {
+        if (now[i].first.starts_with("the unit's") && now[i] != clean.after()[i])
+            return false;
+    }
+    return true;
+}
+
 QStringList againstPromise(const Cell& cell, const Outcome& outcome, const QString& wrong) {
     const bool success = outcome.told == cell.clean.outcome().told;
     const bool streams = cell.clean.count(Place::stream) > 0;
@@ -254,6 +264,9 @@ CellResult runCell(const Cell& cell) {
         result.outcome.became += ", unit left in calibration mode";
     if (cell.place != Place::none && !shop.port.hasStruck())
         result.complaints << "the fault did not strike";
+    if (result.outcome.told == "calibrated" && cell.fault.promise == Promise::noMixture &&
+        !isUnitComplete(shop, cell.clean))
+        result.complaints << "told as calibrated, but not all is in the unit";
     result.complaints +=
         leftBehind(shop) + againstPromise(cell, result.outcome, wrongValues(shop, cell.clean));
     if (result.tookMs > cell.clean.longestMs())

@@ -20,11 +20,15 @@ time, and fail when it is not what the program does. After a change that is mean
 
 Each fault strikes at each line that the program sends, at each reply, and at each record or frame that the unit sends
 by itself: *once*, at that one alone, or so that it *stays*, there and at all that follow. Where neither word stands
-both end alike.
+both end alike. Numbers count the lines, replies or records of a run without a fault, from 1.
 
-In every one of these runs the hourglass is down at the end, no operation is left under way and no dialog open, the
-window had its turn all the time, the unit is out of calibration mode unless the line was lost, and the same
-operation, run again on a sound line, does all it should.
+%1 operations and %2 faults make %3 runs. At the end of every one the hourglass is down, no operation is under way and
+no dialog open. The window had its turn all the time. The unit was sent out of calibration mode, unless the cable was
+pulled first. The same operation, run again on a sound line, does all it should.
+
+Where a reply is missing, the cable is pulled or the port is closed, no wrong value is told as a success, but for the
+reply by which an antenna's radio module is told. Nowhere does it matter that a reply is late but within the limit
+(while the unit sends nothing by itself), or that NUL or E9 stands in front of it.
 
 An outcome is the last text of the status line, the boxes in their order, and what became of the values in the image,
 the fields and the unit: *complete*, as without a fault; *unchanged*; *in part*, some taken and some not; *gaps*, some
@@ -71,7 +75,8 @@ QString ranges(const std::vector<qsizetype>& numbers) {
     return all.join(", ");
 }
 
-/// "1: not read; 2-5: ..." in the order of the first of each; the outcome alone where there is only one.
+/// "1: read; complete / 2-5: ..." in the order of the first of each; the outcome alone where there is only
+/// one.
 QString folded(const QStringList& outcomes) {
     QStringList seen = outcomes;
     seen.removeDuplicates();
@@ -86,47 +91,41 @@ QString folded(const QStringList& outcomes) {
         }
         all << ranges(at) + ": " + outcome;
     }
-    return all.join("<br>");
+    return all.join(" / ");
 }
 
 /// The faults of one outcome.
 struct Group {
     Place place;
     QString outcome;
-    std::vector<std::pair<QString, QString>> faults;  ///< and "once", "stays" or nothing for both
+    QStringList faults;
 };
 
-void add(std::vector<Group>& groups, const Row& row, bool hasBoth) {
-    const QString outcome = folded(row.outcomes);
-    const QString span = hasBoth ? (row.once ? "once" : "stays") : "";
-    for (Group& group : groups) {
-        if (group.place != row.place || group.outcome != outcome)
-            continue;
-        if (hasBoth && !row.once && group.faults.back().first == row.fault)
-            group.faults.back().second.clear();  // both end alike
-        else
-            group.faults.emplace_back(row.fault, span);
-        return;
-    }
-    groups.push_back({row.place, outcome, {{row.fault, span}}});
+void add(std::vector<Group>& groups, const Group& one) {
+    const auto same = std::find_if(groups.begin(), groups.end(), [&](const Group& group) {
+        return group.place == one.place && group.outcome == one.outcome;
+    });
+    if (same == groups.end())
+        groups.push_back(one);
+    else
+        same->faults += one.faults;
 }
 
 QString tableOf(const MatrixSection& section) {
     std::vector<Group> groups;
     const std::vector<Row>& rows = section.rows();
     for (std::size_t i = 0; i < rows.size(); ++i) {
-        const auto pairs = [&](std::size_t j) {
-            return j < rows.size() && rows[j].fault == rows[i].fault && rows[j].place == rows[i].place;
-        };
-        add(groups, rows[i], pairs(i + 1) || (i > 0 && pairs(i - 1)));
+        QString outcome = folded(rows[i].outcomes);
+        const bool mayStay = i + 1 < rows.size() && !rows[i + 1].once;
+        if (mayStay && rows[i + 1].outcomes != rows[i].outcomes)
+            outcome = "*once* " + outcome + "<br>*stays* " + folded(rows[i + 1].outcomes);
+        add(groups, {rows[i].place, outcome, {rows[i].fault}});
+        i += mayStay ? 1 : 0;
     }
     QString table = "| At | What goes wrong | How it ends |\n|---|---|---|\n";
-    for (const Group& group : groups) {
-        QStringList names;
-        for (const auto& [name, span] : group.faults)
-            names << (span.isEmpty() ? name : name + " (" + span + ")");
-        table += "| " + placeWord(group.place) + " | " + names.join("; ") + " | " + group.outcome + " |\n";
-    }
+    for (const Group& group : groups)
+        table +=
+            "| " + placeWord(group.place) + " | " + group.faults.join("; ") + " | " + group.outcome + " |\n";
     return table;
 }
 
@@ -178,7 +177,10 @@ std::vector<std::vector<const MatrixSection*>> foldedSections(
 }  // namespace
 
 QString faultPage(const std::vector<const MatrixSection*>& sections) {
-    QString page = kHead;
+    int cells = 0;
+    for (const MatrixSection* section : sections)
+        cells += section->cells();
+    QString page = QString(kHead).arg(sections.size()).arg(testedFaults().size()).arg(cells);
     page += "\n" + legend("Status line", statusTexts()) + "\n" + legend("Box", boxTexts());
     for (const auto& alike : foldedSections(sections)) {
         QStringList names, lines;
