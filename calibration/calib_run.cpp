@@ -10,7 +10,7 @@ namespace quorvex {
 namespace {
 
 constexpr int kReplyLength = 8;
-constexpr int kRoom = 4;  ///< its own operation, the two of the dialog and a button's
+constexpr int kRoom = 4;                          ///< its own operation, the two of the dialog and a button's
 constexpr std::int32_t kLongestDrainMs = 15'000;  ///< a unit that did not take the command streams on
 
 std::int16_t valueOf(const TextField& field) {
