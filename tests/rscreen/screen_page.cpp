@@ -67,4 +67,13 @@ QImage ScreenPage::drawn(const QByteArray& picture) {
     return image;
 }
 
+void ScreenPage::onceReceived(std::function<void()> deed) {
+    bench.loop.inNextWait([this, deed = std::move(deed)] {
+        if (bench.wire.waiting() > 0)
+            onceReceived(deed);
+        else
+            deed();
+    });
+}
+
 }  // namespace quorvex

@@ -3,6 +3,7 @@
 #include <QByteArray>
 #include <QImage>
 #include <QTimer>
+#include <functional>
 
 #include "rscreen/rscreen_picture.h"
 #include "tests/rscreen/frames.h"
@@ -24,6 +25,8 @@ public:
     RScreenPicture& picture() { return dynamic_cast<RScreenPicture&>(bench.control("Picture1")); }
     QTimer& timer();
     void tick();
+    /// What the person does inside a frame, once all that has come of it is received.
+    void onceReceived(std::function<void()> deed);
     /// Puts `bytes` into the program's receive buffer.
     void receive(const QByteArray& bytes);
     /// A whole frame and the tick that shows it.

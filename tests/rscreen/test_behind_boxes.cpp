@@ -63,8 +63,6 @@ private:
     static void close(const Front& front, QDialog& dialog);
     /// A part of a frame, and a tick that waits for the rest while `deed` is done.
     void waitForTheRest(std::function<void()> deed);
-    /// Does it in the first wait that has nothing left to take.
-    void onceReceived(std::function<void()> deed);
     void demandRecovery();
 
     std::unique_ptr<ScreenPage> page_;
@@ -120,17 +118,8 @@ void TestBehindBoxes::open(const Front& front, const std::function<void(QDialog&
 
 void TestBehindBoxes::waitForTheRest(std::function<void()> deed) {
     page_->receive("sync" + kDots.first(100));
-    onceReceived(std::move(deed));
+    page_->onceReceived(std::move(deed));
     page_->tick();
-}
-
-void TestBehindBoxes::onceReceived(std::function<void()> deed) {
-    page_->bench.loop.inNextWait([this, deed = std::move(deed)] {
-        if (page_->bench.wire.waiting() > 0)
-            onceReceived(deed);
-        else
-            deed();
-    });
 }
 
 void TestBehindBoxes::demandRecovery() {

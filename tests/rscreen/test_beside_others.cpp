@@ -23,8 +23,6 @@ private Q_SLOTS:
 
 private:
     QImage shown() { return page_->picture().image().convertToFormat(QImage::Format_RGB32); }
-    /// What the person does inside a frame, once all that has come of it is received.
-    void amidAFrame(std::function<void()> deed);
     /// The next whole frame is shown.
     void demandRecovery();
 
@@ -34,15 +32,6 @@ private:
 void TestBesideOthers::cleanup() {
     QCOMPARE(page_->bench.journal.take(), QStringList());
     page_.reset();
-}
-
-void TestBesideOthers::amidAFrame(std::function<void()> deed) {
-    page_->bench.loop.inNextWait([this, deed = std::move(deed)] {
-        if (page_->bench.wire.waiting() > 0)
-            amidAFrame(deed);
-        else
-            deed();
-    });
 }
 
 void TestBesideOthers::demandRecovery() {
@@ -83,7 +72,7 @@ void TestBesideOthers::ticksInsideAWholeRead() {
 
 void TestBesideOthers::versionInsideAFrame() {
     page_->receive("sync" + kDots.first(100));
-    amidAFrame([this] {
+    page_->onceReceived([this] {
         page_->bench.click("CommandDectPPVerReq");
         page_->receive(kDots.sliced(100));
     });
@@ -97,7 +86,7 @@ void TestBesideOthers::versionInsideAFrame() {
 
 void TestBesideOthers::readInsideAFrame() {
     page_->receive("sync" + kDots.first(100));
-    amidAFrame([this] { page_->bench.click("CommandRdSettingsBp"); });
+    page_->onceReceived([this] { page_->bench.click("CommandRdSettingsBp"); });
     page_->tick();
     QCOMPARE(page_->bench.status(), "green: Settings read from Beltpack successfully.");
     QCOMPARE(page_->bench.wire.lines(), readLines(kRm5));
@@ -109,7 +98,7 @@ void TestBesideOthers::readInsideAFrame() {
 void TestBesideOthers::portIsChosenInsideAFrame() {
     page_->receive("sync" + kDots.first(100));
     page_->bench.person.plan([](QDialog& dialog) { hand::click(*dialog.findChild<QWidget*>("CmdOK")); });
-    amidAFrame([this] {
+    page_->onceReceived([this] {
         page_->bench.clickMenu("mnuComPort");
         page_->receive(frame(5));
     });
@@ -123,7 +112,7 @@ void TestBesideOthers::portIsChosenInsideAFrame() {
 
 void TestBesideOthers::boxInsideAFrame() {
     page_->receive("sync" + kDots.first(100));
-    amidAFrame([this] {
+    page_->onceReceived([this] {
         page_->bench.clickMenu("mnuAbout");
         page_->receive(kDots.sliced(100));
     });
