@@ -6,7 +6,7 @@ namespace quorvex {
 
 namespace {
 
-const QString kTbr6Line = "! 0E030002100ECE00001503FF000000";
+const QString kTbr6Sent = "! 0E030002100ECE00001503FF000000";
 const QStringList kFields{"TextFmDevA",     "TextFmDevB",     "TextFreqAdjA",
                           "TextFreqAdjB",   "TextFreqAdjRxA", "TextFreqAdjTxA",
                           "TextFreqAdjRxB", "TextFreqAdjTxB", "TextRssiThr"};
@@ -24,7 +24,7 @@ QStringList frequencySteps(sim::RfModule module) {
     return steps;
 }
 
-const QString kTbr6Step = kTbr6Line + " | hourglass | black: Setting TBR6 mode...";
+const QString kTbr6Step = kTbr6Sent + " | hourglass | black: Setting TBR6 mode...";
 
 }  // namespace
 
@@ -171,7 +171,7 @@ void TestAntennaReadWindow::noAcknowledgement() {
     antenna_->addFault(sim::parseFault("no-tbr6-ack"));
     bench_->click("CommandSetTbr6");
     QCOMPARE(bench_->journal.take(), QStringList(failureEntry("No Response from Active Antenna!")));
-    QCOMPARE(bench_->wire.lines().last(), kTbr6Line);
+    QCOMPARE(bench_->wire.lines().last(), kTbr6Sent);
     QCOMPARE(bench_->status(), "black: Error communicating with Active Antenna.");
     QCOMPARE(bench_->text("TextFreqAdjB"), isKirk ? "3" : "-4");
     QCOMPARE(bench_->text("TextFreqAdjTxB"), isKirk ? "6" : "old");

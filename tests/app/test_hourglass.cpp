@@ -12,7 +12,7 @@ const QString kOverflow = failureEntry("Run-time error '6':\r\n\r\nOverflow");
 const QString kRead = failureEntry("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.");
 const QString kWrite =
     failureEntry("Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.");
-const QString kAntenna = failureEntry("No Response from Active Antenna!");
+const QString kAntennaRead = failureEntry("No Response from Active Antenna!");
 
 }  // namespace
 
@@ -81,15 +81,15 @@ void TestHourglass::afterAFaultInAWait_data() {
     QTest::newRow("antenna") << aa << "CommandRdSettingsAA"
                              << ""
                              << ""
-                             << "" << QStringList(kAntenna);
+                             << "" << QStringList(kAntennaRead);
     QTest::newRow("antenna detection") << aa << "CommandRdSettingsAA"
                                        << ""
                                        << ""
-                                       << "# 0107" << QStringList(kAntenna);
+                                       << "# 0107" << QStringList(kAntennaRead);
     QTest::newRow("TBR6") << aa << "CommandSetTbr6"
                           << ""
                           << ""
-                          << "! 0E030002100ECE00001503FF000000" << QStringList(kAntenna);
+                          << "! 0E030002100ECE00001503FF000000" << QStringList(kAntennaRead);
 }
 
 // The tick count ends within the limit of a reply.

@@ -7,8 +7,8 @@
 using namespace quorvex;
 
 namespace {
-const QString kSuccess = "status green: Settings read from Beltpack successfully.";
-const QString kFailure = "status black: Error communicating with Beltpack.";
+const QString kRead = "status green: Settings read from Beltpack successfully.";
+const QString kNotRead = "status black: Error communicating with Beltpack.";
 }  // namespace
 
 /// The button stays live while a read waits. A second read runs inside the wait of the first, and both end.
@@ -30,10 +30,10 @@ private Q_SLOTS:
 void TestReadNested::secondReadInsideTheFirst_data() {
     QTest::addColumn<QString>("waitingFor");
     QTest::addColumn<QStringList>("ends");
-    QTest::newRow("module detection") << "# 0139" << QStringList{kSuccess, kSuccess};
-    QTest::newRow("PSN") << "# 0101" << QStringList{kSuccess, kFailure};
-    QTest::newRow("parameter") << "# 0105" << QStringList{kSuccess, kSuccess};
-    QTest::newRow("calibration") << "# 013D" << QStringList{kSuccess, kFailure};
+    QTest::newRow("module detection") << "# 0139" << QStringList{kRead, kRead};
+    QTest::newRow("PSN") << "# 0101" << QStringList{kRead, kNotRead};
+    QTest::newRow("parameter") << "# 0105" << QStringList{kRead, kRead};
+    QTest::newRow("calibration") << "# 013D" << QStringList{kRead, kNotRead};
 }
 
 void TestReadNested::secondReadInsideTheFirst() {
@@ -51,7 +51,7 @@ void TestReadNested::secondReadInsideTheFirst() {
     bench.read.CommandRdSettingsBp_Click();
     QStringList ended;
     for (const QString& entry : bench.journal.entries()) {
-        if (entry == kSuccess || entry == kFailure)
+        if (entry == kRead || entry == kNotRead)
             ended.append(entry);
     }
     QCOMPARE(ended, ends);
@@ -74,7 +74,7 @@ void TestReadNested::failedReadInsideAnother() {
     // The second read blanked what the first had, which is no whole read any more.
     QCOMPARE(bench.journal.entriesOf("box").size(), 2);
     QCOMPARE(bench.journal.entriesOf("status green"), QStringList());
-    QCOMPARE(bench.journal.entriesOf(kFailure).size(), 2);
+    QCOMPARE(bench.journal.entriesOf(kNotRead).size(), 2);
     QVERIFY(!bench.console.isHourglassUp());
     QCOMPARE(shown(bench.image[0].value.str()), "          ");
     QCOMPARE(bench.beltpackId.text(), std::string());
@@ -112,7 +112,7 @@ void TestReadNested::failedReadInsideALateWait() {
         bench.read.CommandRdSettingsBp_Click();
     });
     bench.read.CommandRdSettingsBp_Click();
-    QCOMPARE(bench.journal.entriesOf("status black: Error"), QStringList({kFailure, kFailure}));
+    QCOMPARE(bench.journal.entriesOf("status black: Error"), QStringList({kNotRead, kNotRead}));
     QCOMPARE(bench.journal.entriesOf("settings buttons"), QStringList());
     QVERIFY(!bench.image.isFilled());
 }
@@ -124,7 +124,7 @@ void TestReadNested::readWhileTheFailureBoxIsOpen() {
         bench.read.CommandRdSettingsBp_Click();
     });
     bench.read.CommandRdSettingsBp_Click();
-    QCOMPARE(bench.journal.entries().last(), kSuccess);
+    QCOMPARE(bench.journal.entries().last(), kRead);
     QVERIFY(!bench.console.isHourglassUp());
     QCOMPARE(shown(bench.image[0].value.str()), "0044303039");
 }
@@ -140,8 +140,8 @@ void TestReadNested::portChangedInsideARead() {
         bench.setDigits(20, "01");
     });
     bench.read.CommandRdSettingsBp_Click();
-    QVERIFY(!bench.journal.entries().contains(kSuccess));
-    QVERIFY(bench.journal.entries().contains(kFailure));
+    QVERIFY(!bench.journal.entries().contains(kRead));
+    QVERIFY(bench.journal.entries().contains(kNotRead));
     QCOMPARE(bench.port.sentLines().last(), "# 0102");
     QCOMPARE(bench.loop.ticks(), 1000);
     QVERIFY(!bench.console.isHourglassUp());
@@ -161,7 +161,7 @@ void TestReadNested::moduleTypeChangedInsideARead() {
     bench.read.CommandRdSettingsBp_Click();
     QCOMPARE(shown(bench.freqAccuracy.text()), "5");
     QCOMPARE(bench.port.sent().size(), 24U);
-    QCOMPARE(bench.journal.entries().last(), kSuccess);
+    QCOMPARE(bench.journal.entries().last(), kRead);
 }
 
 QUORVEX_TEST(TestReadNested, quorvex::NoApplication)

@@ -71,7 +71,7 @@ private:
                        *this};
 };
 
-const QString kSuccess = "status green: Settings read from Beltpack successfully.";
+const QString kSimulatedRead = "status green: Settings read from Beltpack successfully.";
 
 QString value(const Workshop& shop, int index) {
     return shown(trimmedRight(shop.image[index].value.str()));
@@ -125,7 +125,7 @@ void TestReadSimulated::whatTheUnitHoldsIsShown() {
     QCOMPARE(shown(shop.freqAccuracyTx.text()), kirk ? "2" : "");
     QCOMPARE(shown(shop.rssiThreshold.text()), kirk ? "72" : "");
     QVERIFY(shop.buttonsEnabled);
-    QCOMPARE(shop.journal.entries().last(), kSuccess);
+    QCOMPARE(shop.journal.entries().last(), kSimulatedRead);
     QCOMPARE(shop.loop.ticks(), 0);
 }
 
@@ -188,7 +188,7 @@ void TestReadSimulated::fault() {
     shop.beltpack.addFault(sim::parseFault(fault.toStdString()));
     shop.read();
     QCOMPARE(shop.journal.entriesOf("box").size(), succeeds ? 0 : 1);
-    QCOMPARE(shop.journal.entries().last() == kSuccess, succeeds);
+    QCOMPARE(shop.journal.entries().last() == kSimulatedRead, succeeds);
     QCOMPARE(shop.buttonsEnabled, succeeds);
     QCOMPARE(::value(shop, index), value);
     QCOMPARE(shown(shop.version.text()), version);
@@ -216,7 +216,7 @@ void TestReadSimulated::unavailableSystemId() {
     // The red text has told; the last unit's System ID must not stay.
     QCOMPARE(shop.journal.entriesOf("box"), QStringList());
     QCOMPARE(shown(shop.eic.text() + shop.fpn.text() + shop.fps.text() + shop.parkB.text()), "");
-    QCOMPARE(shop.journal.entries().last(), kSuccess);
+    QCOMPARE(shop.journal.entries().last(), kSimulatedRead);
 }
 
 void TestReadSimulated::versionBehindOtherLines() {
@@ -235,7 +235,7 @@ void TestReadSimulated::goneAndBack() {
     shop.port.open(1);
     shop.read();
     QCOMPARE(shop.journal.entriesOf("store"), QStringList({"store RfModule=1", "store RfModule=0"}));
-    QCOMPARE(shop.journal.entries().last(), kSuccess);
+    QCOMPARE(shop.journal.entries().last(), kSimulatedRead);
 }
 
 void TestReadSimulated::pulledDuringTheRead() {

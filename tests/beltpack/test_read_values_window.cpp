@@ -9,8 +9,8 @@ namespace quorvex {
 
 namespace {
 
-const QStringList kOptions{"optionMICBal", "optionMICUnBal", "optionMICElectret"};
-const QString kSuccess = "green: Settings read from Beltpack successfully.";
+const QStringList kMicrophones{"optionMICBal", "optionMICUnBal", "optionMICElectret"};
+const QString kValuesRead = "green: Settings read from Beltpack successfully.";
 
 }  // namespace
 
@@ -47,7 +47,7 @@ private:
 void TestReadValuesWindow::read() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kValuesRead);
     QVERIFY(!Bench::isHourglassUp());
 }
 
@@ -59,7 +59,7 @@ QString TestReadValuesWindow::visibleItem(const char* list) {
 
 QStringList TestReadValuesWindow::optionsOn() {
     QStringList on;
-    for (const QString& option : kOptions) {
+    for (const QString& option : kMicrophones) {
         if (bench_->control<QRadioButton>(option).isChecked())
             on << option;
     }

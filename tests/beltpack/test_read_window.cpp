@@ -9,9 +9,9 @@ namespace quorvex {
 
 namespace {
 
-const QStringList kOptions{"optionMICBal", "optionMICUnBal", "optionMICElectret"};
+const QStringList kMicOptions{"optionMICBal", "optionMICUnBal", "optionMICElectret"};
 const QStringList kWaitingButtons{"CommandSave", "CommandSummary", "CommandWrite"};
-const QString kSuccess = "green: Settings read from Beltpack successfully.";
+const QString kWindowRead = "green: Settings read from Beltpack successfully.";
 
 /// A unit of which no two values are the same, nor the ones that a new window shows.
 void fill(sim::Beltpack& unit) {
@@ -56,7 +56,7 @@ private:
 void TestReadWindow::read() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kWindowRead);
     QVERIFY(!Bench::isHourglassUp());
 }
 
@@ -68,7 +68,7 @@ QString TestReadWindow::visibleItem(const char* list) {
 
 QStringList TestReadWindow::optionsOn() {
     QStringList on;
-    for (const QString& option : kOptions) {
+    for (const QString& option : kMicOptions) {
         if (bench_->control<QRadioButton>(option).isChecked())
             on << option;
     }
@@ -190,7 +190,7 @@ void TestReadWindow::moduleIsDetected() {
     QCOMPARE(bench_->text("CommandCalibBp"), caption);
     QCOMPARE(captionAtFirstParameter, caption);
     QCOMPARE(moved.pos() == QPoint(1, 1), stored.isEmpty());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kWindowRead);
 }
 
 void TestReadWindow::secondReadShowsTheSecondUnit() {
@@ -205,7 +205,7 @@ void TestReadWindow::secondReadShowsTheSecondUnit() {
     bench_->wire.forgetLines();
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList("store RfModule=1"));
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kWindowRead);
     QCOMPARE(bench_->wire.lines(), readLines(kKirk));
     QCOMPARE(bench_->text("TextBeltpackId"), "12345");
     // The ends of a complete PARK B stay.

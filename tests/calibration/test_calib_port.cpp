@@ -6,7 +6,7 @@ namespace quorvex {
 
 namespace {
 
-const QString kNoUnit = failureEntry("Could not communicate with device!");
+const QString kUnitGone = failureEntry("Could not communicate with device!");
 
 QStringList wholeRun(const QString& target) {
     if (target == "Beltpack")
@@ -89,7 +89,7 @@ void TestCalibPort::atEveryWait() {
     if (way != "lost")
         QVERIFY(!at.unit().inCalibrationMode());
     if (isBeforeTheDialog) {
-        expected << dialogOpened(target) << kNoUnit;
+        expected << dialogOpened(target) << kUnitGone;
         QVERIFY2(bench.status().startsWith("black: Error occured during"), qPrintable(bench.status()));
     }
     QCOMPARE(bench.journal.take(), expected);

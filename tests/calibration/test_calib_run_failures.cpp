@@ -5,22 +5,10 @@
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/run_bench.h"
+#include "tests/support/fault_of.h"
 #include "tests/support/registry.h"
 
 using namespace quorvex;
-
-namespace {
-
-int faultOf(const std::function<void()>& deed) {
-    try {
-        deed();
-    } catch (const RuntimeFault& fault) {
-        return fault.number();
-    }
-    return 0;
-}
-
-}  // namespace
 
 /// Runs with units that do not answer, numbers that do not fit and faults on the way.
 class TestCalibRunFailures : public QObject {

@@ -2,6 +2,7 @@
 
 #include "link/runtime_fault.h"
 #include "tests/calibration/tuning_bench.h"
+#include "tests/support/fault_of.h"
 #include "tests/support/registry.h"
 
 using namespace quorvex;
@@ -10,15 +11,6 @@ namespace {
 
 using Values = TuningBench::Values;
 using Moves = QList<std::pair<QString, int>>;
-
-int faultOf(const std::function<void()>& deed) {
-    try {
-        deed();
-    } catch (const RuntimeFault& fault) {
-        return fault.number();
-    }
-    return 0;
-}
 
 }  // namespace
 

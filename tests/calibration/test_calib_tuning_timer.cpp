@@ -9,7 +9,7 @@ using namespace quorvex;
 
 namespace {
 
-constexpr const char* kRecord = "! 0407100051\r\n";  // DC balance 16, RSSI 0x51
+constexpr const char* kTickRecord = "! 0407100051\r\n";  // DC balance 16, RSSI 0x51
 const QStringList kRecordShown{"rssi RSSI: 81", "dc slider 128", "dc DC Bal: 28", "beep"};
 
 /// A Kirk's dialog, open.
@@ -176,11 +176,11 @@ void TestCalibTuningTimer::noConnection() {
 void TestCalibTuningTimer::records_data() {
     QTest::addColumn<QByteArray>("comes");
     QTest::addColumn<QStringList>("happens");
-    QTest::newRow("alone") << QByteArray(kRecord) << kRecordShown;
-    QTest::newRow("rest of a line before it") << QByteArray("7FF51\r\n") + kRecord << kRecordShown;
+    QTest::newRow("alone") << QByteArray(kTickRecord) << kRecordShown;
+    QTest::newRow("rest of a line before it") << QByteArray("7FF51\r\n") + kTickRecord << kRecordShown;
     QTest::newRow("other types before it")
-        << QByteArray("! 021200\r\n! 0217FF\r\n# 02821F\r\n") + kRecord << kRecordShown;
-    QTest::newRow("type 70") << QByteArray("! 0470100051\r\n") + kRecord << kRecordShown;
+        << QByteArray("! 021200\r\n! 0217FF\r\n# 02821F\r\n") + kTickRecord << kRecordShown;
+    QTest::newRow("type 70") << QByteArray("! 0470100051\r\n") + kTickRecord << kRecordShown;
     QTest::newRow("any start character") << QByteArray("^ 0407100051\r\n") << kRecordShown;
     QTest::newRow("other characters 3 and 4") << QByteArray("! zz07100051\r\n") << kRecordShown;
     QTest::newRow("lower case") << QByteArray("! 0407c8ffc8\r\n")
@@ -214,7 +214,7 @@ void TestCalibTuningTimer::oneRecordATick() {
 
 void TestCalibTuningTimer::rm5ReadsNothing() {
     Open at(0);
-    at.port.receive(kRecord);
+    at.port.receive(kTickRecord);
     QCOMPARE(at.tick(), QStringList());
     QCOMPARE(at.port.readCount(), 0);
     QCOMPARE(at.loop.ticks(), 0);
@@ -226,7 +226,7 @@ void TestCalibTuningTimer::rm5ReadsNothing() {
 void TestCalibTuningTimer::otherTypesReadAsAKirk() {
     for (const int rfType : {5, -1}) {
         Open at(rfType);
-        at.port.receive(kRecord);
+        at.port.receive(kTickRecord);
         QCOMPARE(at.tick(), kRecordShown);
     }
 }
@@ -243,7 +243,7 @@ void TestCalibTuningTimer::silence() {
     QFETCH(int, ends);
     Open at;
     for (qsizetype i = 0; i < ticks.size(); ++i)
-        at.port.receiveAt(ticks[i], std::string(1, kRecord[i]));
+        at.port.receiveAt(ticks[i], std::string(1, kTickRecord[i]));
     QCOMPARE(at.tick(), QStringList({kNoUnitBox, "unload"}));
     QCOMPARE(at.loop.ticks(), ends);
     QCOMPARE(at.result, CalResult::none);
@@ -253,7 +253,7 @@ void TestCalibTuningTimer::lastMomentOfTheLimit() {
     Open at;
     // A record of another type starts the time afresh, as each of its characters does.
     at.port.receiveAt(9'999, "! 021200\r\n");
-    at.port.receiveAt(19'998, kRecord);
+    at.port.receiveAt(19'998, kTickRecord);
     QCOMPARE(at.tick(), kRecordShown);
     QCOMPARE(at.loop.ticks(), 19'998);
 }
@@ -278,7 +278,7 @@ void TestCalibTuningTimer::ticksNeverOverlap() {
 void TestCalibTuningTimer::noTickUnderTheBox() {
     Open at;
     at.console.whileBoxIsShown([&] {
-        at.port.receive(kRecord);
+        at.port.receive(kTickRecord);
         at.tuning.Timer1_Timer();
         at.tuning.CommandCancel_Click();
         at.tuning.Timer1_Timer();
@@ -334,7 +334,7 @@ void TestCalibTuningTimer::leavesTheBoxToTheButton() {
     QCOMPARE(at.loop.ticks(), closed);
     // The next one reads again.
     at.journal.take();
-    at.port.receive(kRecord);
+    at.port.receive(kTickRecord);
     QCOMPARE(at.tick(), kRecordShown);
 }
 
@@ -358,7 +358,7 @@ void TestCalibTuningTimer::closesAtTheNextTick() {
         at.tuning.CommandCancel_Click();
     QVERIFY(!at.journal.take().contains("unload"));
     const int read = at.port.readCount();
-    at.port.receive(kRecord);
+    at.port.receive(kTickRecord);
     QCOMPARE(at.tick(), QStringList("unload"));
     QCOMPARE(at.port.readCount(), read);
     QCOMPARE(at.result, ok ? CalResult::confirmed : CalResult::cancelled);
@@ -385,7 +385,7 @@ void TestCalibTuningTimer::closingEndsTheRead() {
     Open at;
     at.port.answer("# 0102", "# 02821F\r\n");
     at.loop.at(100, [&] { ok ? at.tuning.CommandOK_Click() : at.tuning.CommandCancel_Click(); });
-    at.port.receiveAt(900, kRecord);
+    at.port.receiveAt(900, kTickRecord);
     const QStringList happened = at.tick();
     QCOMPARE(happened.last(), "unload");
     QVERIFY(!happened.contains(kNoUnitBox));

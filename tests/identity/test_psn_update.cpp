@@ -13,12 +13,12 @@ struct PsnBench : UpdateBench {
     PsnUpdate update{link, image, beltpackId};
 };
 
-QStringList sent(const QString& digits) {
+QStringList psnSent(const QString& digits) {
     return exchange("Sending PSN to Beltpack...", {"# 064100443" + digits, "# 0101"});
 }
 
-const QStringList kUpdated{"status black: Beltpack's PSN updated successfully."};
-const QStringList kNotUpdated = notReadBack("Beltpack's PSN could not be updated.");
+const QStringList kPsnUpdated{"status black: Beltpack's PSN updated successfully."};
+const QStringList kPsnNotUpdated = notReadBack("Beltpack's PSN could not be updated.");
 
 }  // namespace
 
@@ -76,7 +76,7 @@ void TestPsnUpdate::updates() {
     bench.beltpackId.type(text.toStdString());
     bench.port.answer("# 0101", reply.toStdString());
     bench.update.CommandSetBpId_Click();
-    QCOMPARE(bench.journal.entries(), sent(digits) + kUpdated);
+    QCOMPARE(bench.journal.entries(), psnSent(digits) + kPsnUpdated);
     QCOMPARE(bench.changed(), QStringList{"0: " + stored});
     QCOMPARE(shown(bench.beltpackId.text()), text);
 }
@@ -113,7 +113,7 @@ void TestPsnUpdate::fails() {
     bench.beltpackId.type(text.toStdString());
     bench.port.answer("# 0101", reply.toStdString());
     bench.update.CommandSetBpId_Click();
-    QCOMPARE(bench.journal.entries(), sent(digits) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), psnSent(digits) + kPsnNotUpdated);
     QCOMPARE(bench.changed(), QStringList());
 }
 
@@ -163,7 +163,7 @@ void TestPsnUpdate::portGone() {
     bench.beltpackId.type("5");
     bench.port.unplug();
     bench.update.CommandSetBpId_Click();
-    QCOMPARE(bench.journal.entries(), exchange("Sending PSN to Beltpack...", {}) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), exchange("Sending PSN to Beltpack...", {}) + kPsnNotUpdated);
     QCOMPARE(bench.changed(), QStringList());
 }
 
@@ -172,7 +172,7 @@ void TestPsnUpdate::portFault() {
     bench.beltpackId.type("5");
     bench.port.failFlush();
     bench.update.CommandSetBpId_Click();
-    QCOMPARE(bench.journal.entries(), exchange("Sending PSN to Beltpack...", {}) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), exchange("Sending PSN to Beltpack...", {}) + kPsnNotUpdated);
     QVERIFY(!bench.console.isHourglassUp());
 }
 
@@ -194,7 +194,7 @@ void TestPsnUpdate::keys() {
     bench.beltpackId.type("12345");
     bench.port.answer("# 0101", "# 06810044303039\r\n");
     bench.update.TextBeltpackId_KeyPress(static_cast<char16_t>(key));
-    const QStringList update = runs ? sent("03039") + kUpdated : QStringList();
+    const QStringList update = runs ? psnSent("03039") + kPsnUpdated : QStringList();
     QCOMPARE(bench.journal.entries(), update + QStringList{"status black: "});
 }
 

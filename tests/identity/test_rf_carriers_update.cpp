@@ -13,15 +13,15 @@ struct CarriersBench : UpdateBench {
     RfCarriersUpdate update{link, image, mask};
 };
 
-const QString kSending = "Sending RF Carrier Mask to Beltpack...";
+const QString kSendingCarriers = "Sending RF Carrier Mask to Beltpack...";
 
-QStringList sent(const QString& mask) {
-    return exchange(kSending, {"# 064E" + mask, "# 010E"});
+QStringList carriersSent(const QString& mask) {
+    return exchange(kSendingCarriers, {"# 064E" + mask, "# 010E"});
 }
 
 // "Mask" here and "mask" there.
-const QStringList kUpdated{"status black: Beltpack's RF Carrier Mask updated successfully."};
-const QStringList kNotUpdated = notReadBack("Beltpack's RF Carrier mask could not be updated.");
+const QStringList kCarriersUpdated{"status black: Beltpack's RF Carrier Mask updated successfully."};
+const QStringList kCarriersNotUpdated = notReadBack("Beltpack's RF Carrier mask could not be updated.");
 
 }  // namespace
 
@@ -63,7 +63,7 @@ void TestRfCarriersUpdate::updates() {
     bench.mask.type(mask.toStdString());
     bench.port.answer("# 010E", reply.toStdString());
     bench.update.CmdSetRfCarrs_Click();
-    QCOMPARE(bench.journal.entries(), sent(mask) + kUpdated);
+    QCOMPARE(bench.journal.entries(), carriersSent(mask) + kCarriersUpdated);
     QCOMPARE(bench.changed(), QStringList{"13: " + mask});
 }
 
@@ -89,7 +89,7 @@ void TestRfCarriersUpdate::fails() {
     bench.mask.type(mask.toStdString());
     bench.port.answer("# 010E", reply.toStdString());
     bench.update.CmdSetRfCarrs_Click();
-    QCOMPARE(bench.journal.entries(), sent(mask) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), carriersSent(mask) + kCarriersNotUpdated);
     QCOMPARE(bench.changed(), QStringList());
 }
 
@@ -122,7 +122,7 @@ void TestRfCarriersUpdate::portGone() {
     bench.mask.type("03FF00000F");
     bench.port.unplug();
     bench.update.CmdSetRfCarrs_Click();
-    QCOMPARE(bench.journal.entries(), exchange(kSending, {}) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), exchange(kSendingCarriers, {}) + kCarriersNotUpdated);
     QCOMPARE(bench.changed(), QStringList());
 }
 

@@ -12,7 +12,7 @@ using namespace quorvex;
 
 namespace {
 
-struct Fixture {
+struct Identity {
     void fill(const QString& newParkB, const QString& newEic, const QString& newFpn, const QString& newFps) {
         parkB.type(newParkB.toStdString());
         eic.type(newEic.toStdString());
@@ -80,7 +80,7 @@ void TestSystemId::composes_data() {
 void TestSystemId::composes() {
     QFETCH(QStringList, before);
     QFETCH(QString, parkB);
-    Fixture at;
+    Identity at;
     at.fill(before[0], before[1], before[2], before[3]);
     at.systemId.TextEic_Change();
     QCOMPARE(shown(at.parkB.text()), parkB);
@@ -91,7 +91,7 @@ void TestSystemId::composes() {
 void TestSystemId::everyComponentComposes() {
     for (const auto change :
          {&SystemId::TextEic_Change, &SystemId::TextFpn_Change, &SystemId::TextFps_Change}) {
-        Fixture at;
+        Identity at;
         at.fill("", "00EC", "*E*1", "0");
         (at.systemId.*change)();
         QCOMPARE(shown(at.parkB.text()), "100ECE1000");
@@ -113,7 +113,7 @@ void TestSystemId::splits_data() {
 void TestSystemId::splits() {
     QFETCH(QString, parkB);
     QFETCH(QStringList, fields);
-    Fixture at;
+    Identity at;
     at.fill(parkB, "00EC", "*E*1", "0");
     at.systemId.TextParkB_KeyUp();
     QCOMPARE(at.fields(), QStringList{parkB} + fields);
@@ -121,7 +121,7 @@ void TestSystemId::splits() {
 
 void TestSystemId::splitKeepsWhatWasTyped() {
     // Typed character by character over a whole one, with whatever the components were meanwhile.
-    Fixture at;
+    Identity at;
     at.fill("100ECE1000", "00EC", "*E*1", "0");
     const QString typed = "3FEDCBA927";
     for (int length = 0; length <= typed.size(); ++length) {
@@ -159,7 +159,7 @@ void TestSystemId::displays() {
     QFETCH(QString, parkB);
     QFETCH(QString, before);
     QFETCH(QStringList, fields);
-    Fixture at;
+    Identity at;
     at.fill(before, "", "", "");
     at.systemId.showParkB(parkB.toStdString());
     QCOMPARE(at.fields(), fields);
@@ -189,7 +189,7 @@ void TestSystemId::refuses_data() {
 void TestSystemId::refuses() {
     QFETCH(QString, parkB);
     QFETCH(QString, named);
-    Fixture at;
+    Identity at;
     at.fill("3123456A27", "1234", "*5*6", "A");
     const QString problem = shown(at.systemId.showParkB(parkB.toStdString()));
     QCOMPARE(at.fields(), QStringList({"", "", "", ""}));
@@ -201,7 +201,7 @@ void TestSystemId::refuses() {
 }
 
 void TestSystemId::displayTwice() {
-    Fixture at;
+    Identity at;
     at.systemId.showParkB("3123456A27");
     at.systemId.showParkB("3FEDCBA927");
     QCOMPARE(at.fields(), QStringList({"1FEDCBA900", "FEDC", "*B*A", "9"}));

@@ -7,15 +7,15 @@ namespace quorvex {
 
 namespace {
 
-const QString kSending = "Sending System Id to Beltpack...";
+const QString kSendingSystemId = "Sending System Id to Beltpack...";
 
-QStringList sent(const QString& parkB) {
-    return exchange(kSending, {"# 0643" + parkB, "# 0103"});
+QStringList systemIdSent(const QString& parkB) {
+    return exchange(kSendingSystemId, {"# 0643" + parkB, "# 0103"});
 }
 
 // One "s" in the first, as it has always been.
-const QStringList kUpdated{"status black: Beltpack's System Id updated succesfully."};
-const QStringList kNotUpdated = notReadBack("Beltpack's System Id could not be updated.");
+const QStringList kSystemIdUpdated{"status black: Beltpack's System Id updated succesfully."};
+const QStringList kSystemIdNotUpdated = notReadBack("Beltpack's System Id could not be updated.");
 
 }  // namespace
 
@@ -72,7 +72,7 @@ void TestSystemIdUpdate::updates() {
     bench.fill(fields[0], fields[1], fields[2], fields[3]);
     bench.port.answer("# 0103", reply.toStdString());
     bench.systemId.CommandSetSysID_Click();
-    QCOMPARE(bench.journal.entries(), sent(fields[0]) + kUpdated);
+    QCOMPARE(bench.journal.entries(), systemIdSent(fields[0]) + kSystemIdUpdated);
     QCOMPARE(bench.changed(), QStringList{"2: " + stored});
 }
 
@@ -103,7 +103,7 @@ void TestSystemIdUpdate::fails() {
     bench.fill(fields[0], fields[1], fields[2], fields[3]);
     bench.port.answer("# 0103", reply.toStdString());
     bench.systemId.CommandSetSysID_Click();
-    QCOMPARE(bench.journal.entries(), sent(fields[0]) + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), systemIdSent(fields[0]) + kSystemIdNotUpdated);
     QCOMPARE(bench.changed(), QStringList());
 }
 
@@ -133,8 +133,8 @@ void TestSystemIdUpdate::portGone_data() {
     QTest::addColumn<QString>("eic");
     QTest::addColumn<QStringList>("end");
     QTest::addColumn<QStringList>("changed");
-    QTest::newRow("with components") << "00EC" << kNotUpdated << QStringList();
-    QTest::newRow("without components") << "" << kUpdated << QStringList{"2:           "};
+    QTest::newRow("with components") << "00EC" << kSystemIdNotUpdated << QStringList();
+    QTest::newRow("without components") << "" << kSystemIdUpdated << QStringList{"2:           "};
 }
 
 void TestSystemIdUpdate::portGone() {
@@ -145,7 +145,7 @@ void TestSystemIdUpdate::portGone() {
     bench.fill("100ECE1000", eic, "*E*1", "0");
     bench.port.unplug();
     bench.systemId.CommandSetSysID_Click();
-    QCOMPARE(bench.journal.entries(), exchange(kSending, {}) + end);
+    QCOMPARE(bench.journal.entries(), exchange(kSendingSystemId, {}) + end);
     QCOMPARE(bench.changed(), changed);
 }
 
@@ -156,7 +156,7 @@ void TestSystemIdUpdate::componentsAreReadAfterTheReply() {
     bench.port.answer("# 0103", {Reply{"# 0683100ECE1000\r\n", 100}});
     bench.loop.at(50, [&] { bench.eic.type("1234"); });
     bench.systemId.CommandSetSysID_Click();
-    QCOMPARE(bench.journal.entries(), sent("100ECE1000") + kNotUpdated);
+    QCOMPARE(bench.journal.entries(), systemIdSent("100ECE1000") + kSystemIdNotUpdated);
 }
 
 }  // namespace quorvex

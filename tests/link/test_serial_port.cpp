@@ -23,12 +23,13 @@
 #include "tests/support/cpu_time.h"
 #include "tests/support/pseudo_terminal.h"
 #include "tests/support/registry.h"
+#include "tests/support/rows.h"
 
 namespace quorvex {
 
 namespace {
 
-constexpr int kPort = 5;
+constexpr int kSerialPort = 5;
 constexpr int kSlackMs = 400;  ///< that a loaded machine may add to a limit
 
 class NoConsole : public Console {
@@ -66,10 +67,6 @@ double processorMs() {
         return double(time.tv_sec) * 1000 + double(time.tv_usec) / 1000;
     };
     return ms(used.ru_utime) + ms(used.ru_stime);
-}
-
-QString shown(const std::string& text) {
-    return QString::fromLatin1(text.data(), static_cast<qsizetype>(text.size()));
 }
 
 }  // namespace
@@ -123,7 +120,7 @@ void TestSerialPort::init() {
     QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
     port_ = std::make_unique<QtSerialPort>();
     link_ = std::make_unique<CommandLink>(*port_, loop_, console_);
-    port_->open(kPort);
+    port_->open(kSerialPort);
     QVERIFY(port_->isOpen());
 }
 
@@ -227,7 +224,7 @@ void TestSerialPort::openingDropsWhatWaits() {
     terminal_->send("#stale\r\n");
     port_->close();
     terminal_->send("#staler\r\n");
-    port_->open(kPort);
+    port_->open(kSerialPort);
     QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kArrivedOnly, '\r')), "Error");
 }
 
@@ -242,7 +239,7 @@ void TestSerialPort::droppedBehindTheLoopsBack() {
     });
     // Made before the port is opened, so it is served before the port in the same turn of the loop.
     QSocketNotifier first(pipe[0], QSocketNotifier::Read);
-    port_->open(kPort);
+    port_->open(kSerialPort);
     QCoreApplication::processEvents();
     bool lost = false;
     port_->onLost([&lost] { lost = true; });
@@ -417,7 +414,7 @@ void TestSerialPort::opensAgain() {
     QTRY_VERIFY(!port_->isOpen());
     terminal_ = std::make_unique<PseudoTerminal>();
     QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
-    port_->open(kPort);
+    port_->open(kSerialPort);
     Operation(*link_).serialSendString("# 0101");
     QCOMPARE(terminal_->arrived(), "# 0101\r\n");
     terminal_->send("# 0681\r\n");
@@ -455,7 +452,7 @@ void TestSerialPort::cannotOpen() {
         QVERIFY(QFile::link(device, folder_->filePath("COM7")));
     QVERIFY_EXCEPTION_THROWN(port_->open(7), RuntimeFault);
     QVERIFY(!port_->isOpen());
-    port_->open(kPort);
+    port_->open(kSerialPort);
     QVERIFY(port_->isOpen());
 }
 

@@ -12,7 +12,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kLimitMs = 15'000;
+constexpr int kReadLimitMs = 15'000;
 constexpr int kLivelyMs = 800;  ///< for an answer of the window, on a loaded machine
 
 const QString kNoResponse =
@@ -63,7 +63,7 @@ private:
 
 void TestReading::readAndSucceed() {
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), kSuccess, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), kSuccess, kReadLimitMs);
     QCOMPARE(bench_->program().box(), "");
     QCOMPARE(bench_->program().pointer(), "normal");
 }
@@ -147,8 +147,8 @@ void TestReading::realLine() {
     bench_->plugIn(1, {"beltpack", "--module", "rm5", "--pace", "19200"});
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().pointer(), "hourglass", kLimitMs);
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), kSuccess, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().pointer(), "hourglass", kReadLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), kSuccess, kReadLimitMs);
     QCOMPARE(bench_->program().pointer(), "normal");
     QCOMPARE(bench_->unit().received().size(), 25);
 }
@@ -157,7 +157,7 @@ void TestReading::silentUnit() {
     bench_->plugIn(1, {"beltpack", "--module", "rm5", "--fault", "no-reply"});
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kNoResponse, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kNoResponse, kReadLimitMs);
     QCOMPARE(bench_->program().text("LblStatus"), "Error communicating with Beltpack.");
     QCOMPARE(bench_->program().pointer(), "normal");
     QList<qint64> times;
@@ -189,7 +189,7 @@ void TestReading::windowLivesInAFlood() {
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
     QByteArray sent;
-    QTRY_VERIFY_WITH_TIMEOUT((sent += terminal.arrived()).contains("# 0139"), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT((sent += terminal.arrived()).contains("# 0139"), kReadLimitMs);
     std::atomic<bool> stop = false;
     std::thread flood([&] { terminal.flood(stop); });
     const auto stopFlood = qScopeGuard([&] {
@@ -221,10 +221,10 @@ void TestReading::titles() {
     QCOMPARE(onTitleBar(bench_->program().get("FrmMain", "windowTitle").toString()), "Quorvex Config");
     bench_->program().clickMenu("mnuHelp", "mnuAbout");
     QTRY_VERIFY_WITH_TIMEOUT(
-        bench_->program().box().startsWith("information \"About Quorvex Config\" [OK]: "), kLimitMs);
+        bench_->program().box().startsWith("information \"About Quorvex Config\" [OK]: "), kReadLimitMs);
     bench_->program().clickOk();
     bench_->program().clickMenu("mnuFile", "mnuComPort");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList("ComSelect"), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList("ComSelect"), kReadLimitMs);
     QCOMPARE(onTitleBar(bench_->program().get("ComSelect", "windowTitle").toString()), "Select Serial Port");
 }
 

@@ -9,7 +9,7 @@
 namespace quorvex {
 
 namespace {
-constexpr int kLimitMs = 10'000;
+constexpr int kStartLimitMs = 10'000;
 }
 
 /// The stored settings of the program as it is shipped: the file itself, read
@@ -47,12 +47,12 @@ void TestSettings::init() {
 
 void TestSettings::openDialog(const QString& item, const QString& dialog) {
     bench_->program().clickMenu("mnuFile", item);
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList(dialog), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList(dialog), kStartLimitMs);
 }
 
 void TestSettings::closeDialog(const QString& button, const QString& dialog) {
     bench_->program().click(button);
-    QTRY_VERIFY_WITH_TIMEOUT(!bench_->program().dialogs().contains(dialog), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!bench_->program().dialogs().contains(dialog), kStartLimitMs);
 }
 
 void TestSettings::nothingStored() {
@@ -72,7 +72,7 @@ void TestSettings::choicesAreStored() {
     QCOMPARE(bench_->settings(), "[Settings]\nComPort=12\n");
     openDialog("mnuRfModule", "FormRfModule");
     bench_->program().key("FormRfModule", Qt::Key_Up);
-    QTRY_VERIFY_WITH_TIMEOUT(bench_->program().get("OptionKirk", "checked").toBool(), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(bench_->program().get("OptionKirk", "checked").toBool(), kStartLimitMs);
     closeDialog("OKButton", "FormRfModule");
     QCOMPARE(bench_->settings(), "[Settings]\nComPort=12\nRfModule=1\n");
     QCOMPARE(bench_->program().text("CommandCalibBp"), "Calibrate Kirk Module");
@@ -126,7 +126,7 @@ void TestSettings::readStoresTheModule() {
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"),
-                              "Settings read from Beltpack successfully.", kLimitMs);
+                              "Settings read from Beltpack successfully.", kStartLimitMs);
     QCOMPARE(bench_->settings(), "[Settings]\nComPort=1\nRfModule=1\n");
 }
 
@@ -134,9 +134,9 @@ void TestSettings::folderIsMade() {
     const QTemporaryDir folder;
     const QString deep = folder.filePath("not/yet/there");
     Program program({{"QUORVEX_PORTS", QFileInfo(bench_->portLink(1)).path()}, {"XDG_CONFIG_HOME", deep}});
-    QTRY_VERIFY_WITH_TIMEOUT(program.isWindowUp(), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(program.isWindowUp(), kStartLimitMs);
     program.click("CommandRdSettingsBp");
-    QTRY_VERIFY_WITH_TIMEOUT(program.text("LblStatus").endsWith("successfully."), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(program.text("LblStatus").endsWith("successfully."), kStartLimitMs);
     QFile file(deep + "/QuorvexCfg.conf");
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "[Settings]\nRfModule=1\n");
@@ -147,9 +147,9 @@ void TestSettings::homeFolder() {
     Program program({{"QUORVEX_PORTS", QFileInfo(bench_->portLink(1)).path()},
                      {"XDG_CONFIG_HOME", ""},
                      {"HOME", home.path()}});
-    QTRY_VERIFY_WITH_TIMEOUT(program.isWindowUp(), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(program.isWindowUp(), kStartLimitMs);
     program.click("CommandRdSettingsBp");
-    QTRY_VERIFY_WITH_TIMEOUT(program.text("LblStatus").endsWith("successfully."), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(program.text("LblStatus").endsWith("successfully."), kStartLimitMs);
     QFile file(home.filePath(".config/QuorvexCfg.conf"));
     QVERIFY(file.open(QIODevice::ReadOnly));
     QCOMPARE(file.readAll(), "[Settings]\nRfModule=1\n");
@@ -164,7 +164,7 @@ void TestSettings::portDialog() {
     QCOMPARE(items, QStringList({"COM1", "COM2", "COM3", "COM4", "COM5", "COM6", "COM7", "COM8", "COM9",
                                  "COM10", "COM11", "COM12"}));
     bench_->program().key("ComSelect", Qt::Key_Escape);
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList(), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList(), kStartLimitMs);
     QVERIFY(!QFile::exists(bench_->settingsFile()));
 }
 
@@ -187,25 +187,26 @@ void TestSettings::busyPort() {
     Program second({{"QUORVEX_PORTS", QFileInfo(bench_->portLink(1)).path()},
                     {"XDG_CONFIG_HOME", QFileInfo(bench_->settingsFile()).path()}});
     QTRY_COMPARE_WITH_TIMEOUT(second.box(), "critical \"Quorvex Config\" [OK]: Could not open COM 1",
-                              kLimitMs);
+                              kStartLimitMs);
     second.clickOk();
-    QTRY_COMPARE_WITH_TIMEOUT(second.dialogs(), QStringList("ComSelect"), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(second.dialogs(), QStringList("ComSelect"), kStartLimitMs);
     second.click("CmdCancel");
-    QTRY_COMPARE_WITH_TIMEOUT(second.text("LabelComPort"), "No Comms", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(second.text("LabelComPort"), "No Comms", kStartLimitMs);
     const QString holder = QString("In use by quorvex-config (%1)").arg(bench_->program().id());
-    QTRY_VERIFY_WITH_TIMEOUT(second.get("LabelComPort", "toolTip").toString().contains(holder), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(second.get("LabelComPort", "toolTip").toString().contains(holder),
+                             kStartLimitMs);
     bench_->program().click("CommandDectPPVerReq");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "4.07", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "4.07", kStartLimitMs);
 }
 
 void TestSettings::absentPort() {
     bench_->writeSettings("[Settings]\nComPort=9\n");
     bench_->run();
     QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(),
-                              "critical \"Quorvex Config\" [OK]: Could not open COM 9", kLimitMs);
+                              "critical \"Quorvex Config\" [OK]: Could not open COM 9", kStartLimitMs);
     QVERIFY(bench_->program().isWindowUp());
     bench_->program().clickOk();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList("ComSelect"), kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().dialogs(), QStringList("ComSelect"), kStartLimitMs);
     QCOMPARE(bench_->program().get("ComboCom", "currentText").toString(), "COM9");
     bench_->pickPort(1);
     closeDialog("CmdOK", "ComSelect");

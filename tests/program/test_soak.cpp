@@ -11,7 +11,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kLimitMs = 15'000;
+constexpr int kSoakLimitMs = 15'000;
 constexpr int kWarmUp = 100;       ///< reads before the first look
 constexpr int kMostMoreKb = 1024;  ///< of memory
 constexpr double kMostDrift = 1.5;
@@ -71,8 +71,8 @@ void TestSoak::plugIn() {
 void TestSoak::press(const QString& button, const QString& outcome) {
     bench_->unit().forget();
     bench_->program().click(button);
-    QTRY_VERIFY_WITH_TIMEOUT(!bench_->unit().traffic().isEmpty(), kLimitMs);
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), outcome, kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(!bench_->unit().traffic().isEmpty(), kSoakLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), outcome, kSoakLimitMs);
 }
 
 void TestSoak::read() {
@@ -85,17 +85,17 @@ void TestSoak::calibrate() {
     Program& program = bench_->program();
     bench_->unit().forget();
     program.click("CommandCalibBp");
-    QTRY_COMPARE_WITH_TIMEOUT(program.dialogs(), QStringList("FormCalib"), kLimitMs);
-    QTRY_VERIFY_WITH_TIMEOUT(program.text("LabelRssi") != "RSSI:", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(program.dialogs(), QStringList("FormCalib"), kSoakLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(program.text("LabelRssi") != "RSSI:", kSoakLimitMs);
     program.click("CommandOK");
-    QTRY_COMPARE_WITH_TIMEOUT(program.dialogs(), QStringList(), kLimitMs);
-    QTRY_COMPARE_WITH_TIMEOUT(program.text("LblStatus"), "Beltpack Calibrated successfully.", kLimitMs);
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->unit().received().last(), "# 0138", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(program.dialogs(), QStringList(), kSoakLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(program.text("LblStatus"), "Beltpack Calibrated successfully.", kSoakLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->unit().received().last(), "# 0138", kSoakLimitMs);
 }
 
 void TestSoak::pullAndPutBack() {
     bench_->unit().pull();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kSoakLimitMs);
     plugIn();
     bench_->chooseAgain(1);
 }

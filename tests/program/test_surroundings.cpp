@@ -15,7 +15,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kLimitMs = 60'000;
+constexpr int kSuiteLimitMs = 60'000;
 
 const QStringList kFolders{"HOME",          "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
                            "XDG_DATA_HOME", "XDG_STATE_HOME",  "XDG_RUNTIME_DIR"};
@@ -24,8 +24,8 @@ const QStringList kFolders{"HOME",          "XDG_CONFIG_HOME", "XDG_CACHE_HOME",
 QByteArray outputOf(const QString& program, const QStringList& arguments) {
     QProcess process;
     process.start(program, arguments);
-    const bool passed = process.waitForFinished(kLimitMs) && process.exitStatus() == QProcess::NormalExit &&
-                        process.exitCode() == 0;
+    const bool passed = process.waitForFinished(kSuiteLimitMs) &&
+                        process.exitStatus() == QProcess::NormalExit && process.exitCode() == 0;
     return passed ? process.readAllStandardOutput() : QByteArray();
 }
 
@@ -145,7 +145,7 @@ void TestSurroundings::nothingForTheUser() {
     test.setProcessEnvironment(users);
     test.setProcessChannelMode(QProcess::MergedChannels);
     test.start(QUORVEX_BUILD_FOLDER "/tests/" + command[0], command.mid(1));
-    QVERIFY2(test.waitForFinished(kLimitMs), qPrintable(test.errorString()));
+    QVERIFY2(test.waitForFinished(kSuiteLimitMs), qPrintable(test.errorString()));
     QVERIFY2(test.exitStatus() == QProcess::NormalExit && test.exitCode() == 0, test.readAll().constData());
     QCOMPARE(filesBelow(home.path()), QStringList());
 }

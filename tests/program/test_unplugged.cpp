@@ -9,14 +9,14 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kLimitMs = 15'000;
+constexpr int kUnpluggedLimitMs = 15'000;
 constexpr int kMeasureMs = 800;
 constexpr double kIdleShare = 0.05;
 
-const QString kNoResponse =
+const QString kUnitGone =
     "critical \"Quorvex Config\" [OK]: No Response from Beltpack!\r\n\r\nCheck "
     "connection to Beltpack.";
-const QString kSuccess = "Settings read from Beltpack successfully.";
+const QString kUnitBack = "Settings read from Beltpack successfully.";
 const QStringList kRm5{"beltpack", "--module", "rm5"};
 
 }  // namespace
@@ -45,7 +45,7 @@ private:
 
 void TestUnplugged::read(const QString& outcome) {
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), outcome, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), outcome, kUnpluggedLimitMs);
 }
 
 void TestUnplugged::expectIdle() {
@@ -57,18 +57,18 @@ void TestUnplugged::atRest() {
     bench_->plugIn(1, kRm5);
     QVERIFY(bench_->start());
     bench_->unit().pull();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kUnpluggedLimitMs);
     expectIdle();
     QCOMPARE(bench_->program().box(), "");
     // Exchanges end as after silence.
     read("Error communicating with Beltpack.");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kNoResponse, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kUnitGone, kUnpluggedLimitMs);
     bench_->program().clickOk();
     bench_->program().click("CommandDectPPVerReq");
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "Unavailable", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("TextDectVerBP"), "Unavailable", kUnpluggedLimitMs);
     bench_->plugIn(1, kRm5);
     bench_->chooseAgain(1);
-    read(kSuccess);
+    read(kUnitBack);
     QCOMPARE(bench_->unit().received().size(), 25);
 }
 
@@ -77,11 +77,11 @@ void TestUnplugged::atRestTwice() {
     QVERIFY(bench_->start());
     for (int i = 0; i < 2; ++i) {
         bench_->unit().pull();
-        QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kLimitMs);
+        QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kUnpluggedLimitMs);
         bench_->plugIn(1, kRm5);
         bench_->chooseAgain(1);
     }
-    read(kSuccess);
+    read(kUnitBack);
 }
 
 void TestUnplugged::midReply_data() {
@@ -103,10 +103,10 @@ void TestUnplugged::midReply() {
     bench_->plugIn(1, QStringList(kRm5) << "--fault" << fault);
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_VERIFY_WITH_TIMEOUT(bench_->unit().received().contains(lastLine), kLimitMs);
+    QTRY_VERIFY_WITH_TIMEOUT(bench_->unit().received().contains(lastLine), kUnpluggedLimitMs);
     QCOMPARE(bench_->program().pointer(), "hourglass");
     bench_->unit().pull();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kNoResponse, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), kUnitGone, kUnpluggedLimitMs);
     QCOMPARE(bench_->program().text("LblStatus"), "Error communicating with Beltpack.");
     QCOMPARE(bench_->program().pointer(), "normal");
     expectIdle();
@@ -116,7 +116,7 @@ void TestUnplugged::midReply() {
     QVERIFY(!bench_->program().get("CommandWrite", "enabled").toBool());
     bench_->plugIn(1, kRm5);
     bench_->chooseAgain(1);
-    read(kSuccess);
+    read(kUnitBack);
 }
 
 // The port has closed by itself: the window unloads as one without a port does.
@@ -124,7 +124,7 @@ void TestUnplugged::closedAfterwards() {
     bench_->plugIn(1, kRm5);
     QVERIFY(bench_->start());
     bench_->unit().pull();
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LabelComPort"), "No Comms", kUnpluggedLimitMs);
     bench_->program().close("FrmMain");
     QCOMPARE(bench_->program().end(), "exit 0");
 }

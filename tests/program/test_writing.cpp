@@ -9,7 +9,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kLimitMs = 15'000;
+constexpr int kWriteLimitMs = 15'000;
 
 const QString kRead = "Settings read from Beltpack successfully.";
 const QString kWritten = "Settings written to Beltpack successfully!";
@@ -21,7 +21,7 @@ const QString kWriteBox =
     "critical \"Quorvex Config\" [OK]: Error occured while writing settings to Beltpack!\r\n\r\nCheck "
     "connection to Beltpack.";
 
-/// What a write sends for each parameter of a unit that holds `kValues`, in order.
+/// What a write sends for each parameter of a unit that holds `kUnitHolds`, in order.
 const QStringList kWrites{"# 064100443186A0", "# 024227        ", "# 0643312F45A727", "# 024430        ",
                           "# 024500        ", "# 024601        ", "# 024702        ", "# 024802        ",
                           "# 024903        ", "# 024A00        ", "# 024B10        ", "# 024C01        ",
@@ -29,9 +29,9 @@ const QStringList kWrites{"# 064100443186A0", "# 024227        ", "# 0643312F45A
                           "# 025100        ", "# 025201        ", "# 025300        ", "# 025400        ",
                           "# 025502        "};
 
-const QStringList kValues{"--set", "01=00443186A0", "--set", "02=27", "--set", "03=312F45A727",
-                          "--set", "06=01",         "--set", "07=02", "--set", "0E=03FE0A0B0C",
-                          "--set", "10=01",         "--set", "15=02"};
+const QStringList kUnitHolds{"--set", "01=00443186A0", "--set", "02=27", "--set", "03=312F45A727",
+                             "--set", "06=01",         "--set", "07=02", "--set", "0E=03FE0A0B0C",
+                             "--set", "10=01",         "--set", "15=02"};
 
 constexpr int kMicType = 7;
 constexpr int kAllParameters = 21;
@@ -77,19 +77,19 @@ private:
 };
 
 void TestWriting::read(const QStringList& faults) {
-    bench_->plugIn(1, QStringList({"beltpack", "--module", "rm5"}) + kValues + faults);
+    bench_->plugIn(1, QStringList({"beltpack", "--module", "rm5"}) + kUnitHolds + faults);
     QVERIFY(bench_->start());
     bench_->program().click("CommandRdSettingsBp");
-    QTRY_COMPARE_WITH_TIMEOUT(status(), kRead, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(status(), kRead, kWriteLimitMs);
     bench_->unit().forget();
 }
 
 void TestWriting::waitForBox(const QString& box) {
-    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), box, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(), box, kWriteLimitMs);
 }
 
 void TestWriting::verifyWritten() {
-    QTRY_COMPARE_WITH_TIMEOUT(status(), kWritten, kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(status(), kWritten, kWriteLimitMs);
     QCOMPARE(bench_->program().colour("LblStatus"), kSuccessGreen);
     QCOMPARE(bench_->program().box(), "");
     QCOMPARE(bench_->program().pointer(), "normal");
@@ -139,7 +139,7 @@ void TestWriting::goneHalfWay() {
     QCOMPARE(status(), "Writing settings to Beltpack...");
     QCOMPARE(bench_->unit().received().join('\n'), sentFor(kMicType).join('\n'));
     bench_->program().clickOk();
-    QTRY_COMPARE_WITH_TIMEOUT(status(), "Error communicating with Beltpack.", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(status(), "Error communicating with Beltpack.", kWriteLimitMs);
     QVERIFY(bench_->program().isRunning());
     bench_->unit().end();
     const QStringList written{"01=00443186A0", "02=27", "03=312F45A727", "06=01", "07=02"};
@@ -159,7 +159,7 @@ void TestWriting::pulledHalfWay() {
     bench_->program().clickOk();
     waitForBox(kWriteBox);
     bench_->program().clickOk();
-    QTRY_COMPARE_WITH_TIMEOUT(status(), "Error communicating with Beltpack.", kLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(status(), "Error communicating with Beltpack.", kWriteLimitMs);
     QCOMPARE(bench_->program().pointer(), "normal");
 }
 

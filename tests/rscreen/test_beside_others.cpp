@@ -4,7 +4,7 @@
 namespace quorvex {
 
 namespace {
-const QByteArray kDots(kFrameBytes, '.');  // without a character that begins a reply
+const QByteArray kBlankFrame(kFrameBytes, '.');  // without a character that begins a reply
 }
 
 /// The screen's ticks beside the window's other operations, which use the same port.
@@ -71,21 +71,21 @@ void TestBesideOthers::ticksInsideAWholeRead() {
 }
 
 void TestBesideOthers::versionInsideAFrame() {
-    page_->receive("sync" + kDots.first(100));
+    page_->receive("sync" + kBlankFrame.first(100));
     page_->onceReceived([this] {
         page_->bench.click("CommandDectPPVerReq");
-        page_->receive(kDots.sliced(100));
+        page_->receive(kBlankFrame.sliced(100));
     });
     page_->tick();
     QCOMPARE(page_->bench.text("TextDectVerBP"), "4.07");
-    QCOMPARE(shown(), ScreenPage::drawn(kDots.first(100)));
+    QCOMPARE(shown(), ScreenPage::drawn(kBlankFrame.first(100)));
     page_->tick();  // takes the rest, in which there is no marker
-    QCOMPARE(shown(), ScreenPage::drawn(kDots.first(100)));
+    QCOMPARE(shown(), ScreenPage::drawn(kBlankFrame.first(100)));
     demandRecovery();
 }
 
 void TestBesideOthers::readInsideAFrame() {
-    page_->receive("sync" + kDots.first(100));
+    page_->receive("sync" + kBlankFrame.first(100));
     page_->onceReceived([this] { page_->bench.click("CommandRdSettingsBp"); });
     page_->tick();
     QCOMPARE(page_->bench.status(), "green: Settings read from Beltpack successfully.");
@@ -96,7 +96,7 @@ void TestBesideOthers::readInsideAFrame() {
 
 // What the port that was left had begun, the other one does not complete.
 void TestBesideOthers::portIsChosenInsideAFrame() {
-    page_->receive("sync" + kDots.first(100));
+    page_->receive("sync" + kBlankFrame.first(100));
     page_->bench.person.plan([](QDialog& dialog) { hand::click(*dialog.findChild<QWidget*>("CmdOK")); });
     page_->onceReceived([this] {
         page_->bench.clickMenu("mnuComPort");
@@ -104,21 +104,21 @@ void TestBesideOthers::portIsChosenInsideAFrame() {
     });
     page_->tick();
     page_->bench.journal.take();
-    QCOMPARE(shown(), ScreenPage::drawn(kDots.first(100)));
+    QCOMPARE(shown(), ScreenPage::drawn(kBlankFrame.first(100)));
     page_->tick();
     QCOMPARE(shown(), ScreenPage::drawn(pictureBytes(5)));
     demandRecovery();
 }
 
 void TestBesideOthers::boxInsideAFrame() {
-    page_->receive("sync" + kDots.first(100));
+    page_->receive("sync" + kBlankFrame.first(100));
     page_->onceReceived([this] {
         page_->bench.clickMenu("mnuAbout");
-        page_->receive(kDots.sliced(100));
+        page_->receive(kBlankFrame.sliced(100));
     });
     page_->tick();
     QCOMPARE(page_->bench.journal.take().size(), 1);
-    QCOMPARE(shown(), ScreenPage::drawn(kDots));
+    QCOMPARE(shown(), ScreenPage::drawn(kBlankFrame));
 }
 
 }  // namespace quorvex

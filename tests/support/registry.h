@@ -32,8 +32,11 @@ int runTest(int argc, char** argv) {
 
 }  // namespace quorvex
 
+#define QUORVEX_JOINED(first, second) first##second
+#define QUORVEX_ENTERED(number) QUORVEX_JOINED(isTestEntered, number)
+
 /// At the end of a test file: the file's test class, and the application that it needs, one of NoApplication,
-/// QCoreApplication and QApplication.
-#define QUORVEX_TEST(TestClass, Application)           \
-    [[maybe_unused]] static const bool isTestEntered = \
+/// QCoreApplication and QApplication. Several files are compiled as one, so each gets a name of its own.
+#define QUORVEX_TEST(TestClass, Application)                          \
+    [[maybe_unused]] static const bool QUORVEX_ENTERED(__COUNTER__) = \
         quorvex::enterTest(#TestClass, quorvex::runTest<TestClass, Application>);
