@@ -10,6 +10,10 @@
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
 
+#ifdef __SANITIZE_ADDRESS__
+#include <sanitizer/lsan_interface.h>
+#endif
+
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quorvex-config"));
@@ -23,6 +27,9 @@ int main(int argc, char** argv) {
     quorvex::setProgramEnd([&](int status) {
         window.closePort();
         std::fflush(nullptr);
+#ifdef __SANITIZE_ADDRESS__
+        __lsan_do_leak_check();  // which _Exit leaves out
+#endif
         std::_Exit(status);
     });
 
