@@ -31,6 +31,7 @@ constexpr std::array<Group, 6> kGroups{{
     {"screen", quorvex::bench::screenRows},
 }};
 
+constexpr std::size_t kRuns = 3;
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
 
@@ -61,17 +62,38 @@ void printSurroundings() {
     std::fflush(stdout);
 }
 
-int measure(const std::vector<std::string>& arguments) {
-    printSurroundings();
+/// All the groups asked for, once.
+std::vector<Row> runOnce(const std::vector<std::string>& names) {
     std::vector<Row> rows;
     for (const Group& group : kGroups) {
-        if (!arguments.empty() && std::ranges::find(arguments, group.name) == arguments.end())
+        if (!names.empty() && std::ranges::find(names, group.name) == names.end())
             continue;
-        std::fprintf(stderr, "measuring: %s\n", std::string(group.name).c_str());
+        std::fprintf(stderr, " %s", std::string(group.name).c_str());
         const std::vector<Row> more = group.measure();
         rows.insert(rows.end(), more.begin(), more.end());
     }
-    quorvex::bench::printTable(rows);
+    return rows;
+}
+
+/// Of each row the one with the middle value.
+std::vector<Row> medians(std::array<std::vector<Row>, kRuns> runs) {
+    std::vector<Row> rows;
+    for (std::size_t i = 0; i < runs[0].size(); ++i) {
+        std::ranges::sort(runs, {}, [i](const std::vector<Row>& run) { return run[i].value; });
+        rows.push_back(runs[kRuns / 2][i]);
+    }
+    return rows;
+}
+
+int measure(const std::vector<std::string>& names) {
+    printSurroundings();
+    std::array<std::vector<Row>, kRuns> runs;
+    for (std::size_t i = 0; i < runs.size(); ++i) {
+        std::fprintf(stderr, "run %zu of %zu:", i + 1, runs.size());
+        runs[i] = runOnce(names);
+        std::fprintf(stderr, "\n");
+    }
+    quorvex::bench::printTable(medians(std::move(runs)));
     return 0;
 }
 

@@ -11,7 +11,7 @@ namespace quorvex::bench {
 
 namespace {
 
-constexpr int kReads = 7;
+constexpr int kReads = 5;
 constexpr double kMostOfWireTime = 1.03;
 
 struct Reads {

@@ -1,13 +1,18 @@
 #pragma once
 
-#include <array>
 #include <string>
 #include <vector>
 
 namespace quorvex::bench {
 
-/// One row of the table: what, measured, target, and the verdict, "met" or "missed".
-using Row = std::array<std::string, 4>;
+/// One row of the table.
+struct Row {
+    std::string what;
+    double value = 0;  ///< the figure that is judged; of several runs the middle one counts
+    std::string measured;
+    std::string target;
+    std::string verdict;  ///< "met" or "missed"
+};
 
 /// A row whose figure is a ratio that must be `most` at most. `details` say what it is made of.
 Row ratioRow(const std::string& what, double ratio, const std::string& details, double most);
@@ -15,8 +20,9 @@ Row ratioRow(const std::string& what, double ratio, const std::string& details, 
 /// A row whose figure is a share of one core, 0 to 1, that must stay below `below`.
 Row shareRow(const std::string& what, double share, const std::string& details, double below);
 
-// Each of these takes the measurements of one group and gives its rows. All throw std::exception when there
-// is nothing to be measured: a program that does not start, a unit that does not answer.
+// Each of these takes the measurements of one group and gives its rows, the same ones in every run. All throw
+// std::exception when there is nothing to be measured: a program that does not start, a unit that does not
+// answer.
 
 /// A full read of a Beltpack with either radio module on a line of 19200 baud.
 std::vector<Row> readRows();
@@ -32,6 +38,6 @@ std::vector<Row> startRows();
 std::vector<Row> screenRows();
 
 /// Prints the rows to the standard output, columns aligned.
-void printTable(std::vector<Row> rows);
+void printTable(const std::vector<Row>& rows);
 
 }  // namespace quorvex::bench

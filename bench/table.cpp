@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <cstdio>
 
 #include "bench/figures.h"
@@ -8,35 +9,41 @@ namespace quorvex::bench {
 
 namespace {
 
-Row row(const std::string& what, const std::string& figure, const std::string& details,
-        const std::string& target, bool met) {
-    return {what, figure + " (" + details + ")", target, met ? "met" : "missed"};
+using Cells = std::array<std::string, 4>;
+
+Row judgedRow(const std::string& what, double value, const std::string& measured, const std::string& target,
+              bool met) {
+    return {what, value, measured, target, met ? "met" : "missed"};
 }
 
 }  // namespace
 
 Row ratioRow(const std::string& what, double ratio, const std::string& details, double most) {
-    return row(what, fixed(ratio, 3), details, "at most " + fixed(most, 2), ratio <= most);
+    return judgedRow(what, ratio, fixed(ratio, 3) + " (" + details + ")", "at most " + fixed(most, 2),
+                     ratio <= most);
 }
 
 Row shareRow(const std::string& what, double share, const std::string& details, double below) {
-    return row(what, percent(share), details, "below " + fixed(below * 100, 1) + " %", share < below);
+    return judgedRow(what, share, percent(share) + " (" + details + ")",
+                     "below " + fixed(below * 100, 1) + " %", share < below);
 }
 
-void printTable(std::vector<Row> rows) {
-    rows.insert(rows.begin(), {"What", "Measured", "Target", "Verdict"});
-    Row rule;
+void printTable(const std::vector<Row>& rows) {
+    std::vector<Cells> lines{{"What", "Measured", "Target", "Verdict"}};
+    for (const Row& row : rows)
+        lines.push_back({row.what, row.measured, row.target, row.verdict});
+    Cells rule;
     for (std::size_t i = 0; i < rule.size(); ++i) {
-        const auto width = [i](const Row& each) { return each[i].size(); };
-        const std::size_t widest = std::ranges::max(rows, {}, width)[i].size();
-        for (Row& each : rows)
+        const auto width = [i](const Cells& each) { return each[i].size(); };
+        const std::size_t widest = std::ranges::max(lines, {}, width)[i].size();
+        for (Cells& each : lines)
             each[i].resize(widest, ' ');
         rule[i] = std::string(widest + 2, '-');
     }
-    for (const Row& each : rows) {
+    for (const Cells& each : lines) {
         std::printf("| %s | %s | %s | %s |\n", each[0].c_str(), each[1].c_str(), each[2].c_str(),
                     each[3].c_str());
-        if (&each == &rows.front())
+        if (&each == &lines.front())
             std::printf("|%s|%s|%s|%s|\n", rule[0].c_str(), rule[1].c_str(), rule[2].c_str(),
                         rule[3].c_str());
     }
