@@ -16,7 +16,9 @@ class BenchTop {
 public:
     BenchTop() {
         qputenv("QUORVEX_PORTS", ports_.path().toLocal8Bit());
-        qputenv("XDG_CONFIG_HOME", settings_.path().toLocal8Bit());
+        // All that any program would keep in the user's home.
+        for (const char* kind : {"XDG_CONFIG_HOME", "XDG_DATA_HOME", "XDG_CACHE_HOME"})
+            qputenv(kind, settings_.path().toLocal8Bit());
     }
 
     /// Puts a simulated Beltpack on the port. `options` are the simulator's own.

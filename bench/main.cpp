@@ -22,12 +22,13 @@ struct Group {
 };
 
 // In the order of the table.
-constexpr std::array<Group, 6> kGroups{{
+constexpr std::array<Group, 7> kGroups{{
     {"read", quorvex::bench::readRows},
     {"exchange", quorvex::bench::exchangeRows},
     {"wait", quorvex::bench::waitRows},
     {"idle", quorvex::bench::idleRows},
     {"start", quorvex::bench::startRows},
+    {"others", quorvex::bench::othersRows},
     {"screen", quorvex::bench::screenRows},
 }};
 

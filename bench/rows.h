@@ -10,15 +10,21 @@ struct Row {
     std::string what;
     double value = 0;  ///< the figure that is judged; of several runs the middle one counts
     std::string measured;
-    std::string target;
-    std::string verdict;  ///< "met" or "missed"
+    std::string target = "-";
+    std::string verdict = "-";  ///< "met", "missed", or "-" where nothing is judged
 };
 
 /// A row whose figure is a ratio that must be `most` at most. `details` say what it is made of.
 Row ratioRow(const std::string& what, double ratio, const std::string& details, double most);
 
+/// A row whose figure is a ratio that is told and not judged.
+Row toldRow(const std::string& what, double ratio, const std::string& details);
+
 /// A row whose figure is a share of one core, 0 to 1, that must stay below `below`.
 Row shareRow(const std::string& what, double share, const std::string& details, double below);
+
+/// A row that cannot be measured here, and why.
+Row leftOutRow(const std::string& what, const std::string& why);
 
 // Each of these takes the measurements of one group and gives its rows, the same ones in every run. All throw
 // std::exception when there is nothing to be measured: a program that does not start, a unit that does not
@@ -34,6 +40,8 @@ std::vector<Row> waitRows();
 std::vector<Row> idleRows();
 /// What the program costs to start and to keep.
 std::vector<Row> startRows();
+/// The same, beside other programs for serial devices.
+std::vector<Row> othersRows();
 /// What the remote screen costs.
 std::vector<Row> screenRows();
 

@@ -1,9 +1,6 @@
-#include <unistd.h>
-
 #include <QEvent>
 #include <QGenericPlugin>
 #include <QGuiApplication>
-#include <QSocketNotifier>
 #include <QTimer>
 #include <QWindow>
 #include <chrono>
@@ -13,15 +10,11 @@
 namespace quorvex::bench {
 
 /// Prints "shown" and the monotonic clock in nanoseconds once the first top-level window has been drawn,
-/// then looks no further. Closes the windows when the standard input is closed, for a program that is
-/// killed leaves its port locked and the next start to deal with that. The toolkit loads it into any program
-/// when told to by the environment, so that the program that is measured knows nothing of it.
+/// then looks no further. The toolkit loads it into any program when told to by the environment, so that the
+/// program that is measured knows nothing of it.
 class ShownProbe : public QObject {
 public:
-    ShownProbe() : input_(STDIN_FILENO, QSocketNotifier::Read) {
-        QCoreApplication::instance()->installEventFilter(this);
-        connect(&input_, &QSocketNotifier::activated, this, &ShownProbe::closeWindows);
-    }
+    ShownProbe() { QCoreApplication::instance()->installEventFilter(this); }
 
 protected:
     bool eventFilter(QObject* watched, QEvent* event) override {
@@ -39,20 +32,12 @@ private:
         return window->isTopLevel() && window->isExposed();
     }
 
-    void closeWindows() {
-        input_.setEnabled(false);
-        for (QWindow* window : QGuiApplication::topLevelWindows())
-            window->close();
-    }
-
     void report() {
         const auto now = std::chrono::steady_clock::now().time_since_epoch();
         std::printf("shown %" PRId64 "\n",
                     std::int64_t{std::chrono::duration_cast<std::chrono::nanoseconds>(now).count()});
         std::fflush(stdout);
     }
-
-    QSocketNotifier input_;
 };
 
 class ShownProbePlugin : public QGenericPlugin {

@@ -19,13 +19,21 @@ Row judgedRow(const std::string& what, double value, const std::string& measured
 }  // namespace
 
 Row ratioRow(const std::string& what, double ratio, const std::string& details, double most) {
-    return judgedRow(what, ratio, fixed(ratio, 3) + " (" + details + ")", "at most " + fixed(most, 2),
+    return judgedRow(what, ratio, toldRow(what, ratio, details).measured, "at most " + fixed(most, 2),
                      ratio <= most);
+}
+
+Row toldRow(const std::string& what, double ratio, const std::string& details) {
+    return {.what = what, .value = ratio, .measured = fixed(ratio, 3) + " (" + details + ")"};
 }
 
 Row shareRow(const std::string& what, double share, const std::string& details, double below) {
     return judgedRow(what, share, percent(share) + " (" + details + ")",
                      "below " + fixed(below * 100, 1) + " %", share < below);
+}
+
+Row leftOutRow(const std::string& what, const std::string& why) {
+    return {.what = what, .measured = "left out: " + why};
 }
 
 void printTable(const std::vector<Row>& rows) {
