@@ -30,7 +30,7 @@ Row leftOutRow(const std::string& what, const std::string& why);
 // std::exception when there is nothing to be measured: a program that does not start, a unit that does not
 // answer.
 
-/// A full read of a Beltpack with either radio module on a line of 19200 baud.
+/// A full read of a Beltpack with either radio module, on a line of 19200 baud and on one that takes no time.
 std::vector<Row> readRows();
 /// The link's own cost for an exchange.
 std::vector<Row> exchangeRows();
