@@ -1,38 +1,16 @@
-#include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <QElapsedTimer>
 #include <QTest>
-#include <csignal>
 
 #include "link/runtime_fault.h"
 #include "tests/beltpack/file_bench.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/without_privileges.h"
 
 namespace quorvex {
-
-namespace {
-
-/// Lets no file of this program grow past a size: a disk that fills up.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);  // or the program would be ended
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
-    }
-    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    rlimit before_{};
-};
-
-}  // namespace
 
 /// Files that cannot be read or written. A fault in the middle leaves the file open, and nothing can be
 /// loaded or saved from then on.
