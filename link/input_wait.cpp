@@ -31,7 +31,12 @@ std::optional<char> InputWait::next() {
         letWindowRun(now);
     while (isWanted_() && port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline)
         letWindowRun(static_cast<std::int32_t>(deadline));
-    return isWanted_() ? port_.read() : std::nullopt;
+    if (!isWanted_())
+        return std::nullopt;
+    const std::optional<char> c = port_.read();
+    if (!c && limitMs_ > 0 && port_.isOpen())
+        port_.silence(limitMs_);
+    return c;
 }
 
 void InputWait::letWindowRun(std::int32_t untilTick) {

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 }  // namespace
 
-FaultyPort::FaultyPort(sim::Unit& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
+FaultyPort::FaultyPort(sim::LineEnd& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
     loop.addSource([&unit] { return unit.nextEventMs(); });
 }
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "link/serial_port.h"
-#include "simulator/unit.h"
+#include "simulator/line_end.h"
 #include "tests/support/fake_loop.h"
 
 namespace quorvex {
@@ -41,7 +41,7 @@ public:
     };
 
     /// Open from the start. The unit and the loop must outlive it.
-    FaultyPort(sim::Unit& unit, FakeLoop& loop);
+    FaultyPort(sim::LineEnd& unit, FakeLoop& loop);
 
     void close() override;
     bool isOpen() const override { return isOpen_; }
@@ -84,7 +84,7 @@ private:
     bool strikesAt(Place place, int index) const;
     void strike(Struck struck, int index);
 
-    sim::Unit& unit_;
+    sim::LineEnd& unit_;
     FakeLoop& loop_;
     Plan plan_;
     bool isOpen_ = true;

@@ -51,7 +51,10 @@ struct Workshop::Counted : VirtualDialog {
     Workshop& shop_;
 };
 
-Workshop::Workshop(UnitKind kind) : unit_(makeUnit(kind)), unitAtStart_(unit_->dump()), port(*unit_, loop) {
+Workshop::Workshop(UnitKind kind, sim::LineEnd* insteadOfUnit)
+    : unit_(makeUnit(kind)),
+      unitAtStart_(unit_->dump()),
+      port(insteadOfUnit != nullptr ? *insteadOfUnit : *unit_, loop) {
     port.onPicked([this] { portChoice.open(kPort); });
     prepare();
 }
@@ -88,6 +91,7 @@ void Workshop::prepare() {
         field->type("1");
     window.front = nullptr;
     journal.take();
+    traced.clear();
 }
 
 Workshop::Values Workshop::values() const {
