@@ -9,6 +9,7 @@ WAYLAND_PACKAGES=(qt6-wayland)
 LINT_PACKAGES=(git clang-format clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 COVERAGE_PACKAGES=(gcovr python3)
+SHEET_PACKAGES=(imagemagick)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
