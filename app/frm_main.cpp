@@ -73,6 +73,7 @@ FrmMain::FrmMain(Machine machine)
     rows->addWidget(buildBottomLine());
     rows->setSizeConstraint(QLayout::SetMinimumSize);
     setCentralWidget(whole);
+    beltpackPage_->setFocus();
 }
 
 void FrmMain::buildMenus() {

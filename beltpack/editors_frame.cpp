@@ -1,6 +1,8 @@
 #include "beltpack/editors_frame.h"
 
+#include "form/frame.h"
 #include "form/guard.h"
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
@@ -15,6 +17,7 @@ EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
       regulations_(list("BPRegulations", &SettingsEditors::BPRegulations_Scroll)),
       regulationsLabel_(makeLabel(this, "LabelRegulations", "Regulations", regulations_)),
       setProdSettings_(makeButton(this, "buttonSetProdSettiings", "Set Production Values")),
+      defaults_(makeLabel(this, "Label12", "Defaults", setProdSettings_)),
       mic_({optionMICBal_, optionMICUnBal_, optionMICElectret_}),
       batteryAlarm_(checkBattAlarm_),
       editors_(image, mic_, batteryAlarm_, *hwRevision_, *regulations_) {
@@ -26,23 +29,33 @@ EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
 }
 
 void EditorsFrame::layOut() {
+    defaults_->setFont(headingFace(defaults_->font()));
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins(0, pixels(grid::kHeading), 0, pixels(grid::kFrameInset));
+    column->setSpacing(pixels(grid::kGap));
     // No wider than their captions: a click anywhere on one counts.
+    auto* microphones = new QVBoxLayout;
+    microphones->setSpacing(pixels(grid::kLabelGap));
     for (QRadioButton* microphone : {optionMICBal_, optionMICUnBal_, optionMICElectret_})
-        column->addWidget(microphone, 0, Qt::AlignLeft);
-    column->addSpacing(6);
+        microphones->addWidget(microphone, 0, Qt::AlignLeft);
+    column->addLayout(microphones);
     column->addWidget(checkBattAlarm_, 0, Qt::AlignLeft);
-    column->addSpacing(6);
     auto* revisionRow = new QHBoxLayout;
+    revisionRow->setSpacing(pixels(grid::kGap));
     revisionRow->addWidget(makeLabel(this, "BPHWRevisionText", "HW REV:", hwRevision_));
     revisionRow->addWidget(hwRevision_, 1);
     column->addLayout(revisionRow);
-    column->addSpacing(6);
-    column->addWidget(makeLabel(this, "Label12", "Defaults", setProdSettings_));
+    column->addSpacing(pixels(grid::kFrameGap - grid::kGap));
+    column->addWidget(defaults_);
+    column->addSpacing(pixels(grid::kHeading + grid::kLabelGap - grid::kGap));
     column->addWidget(setProdSettings_);
     setTabChain(
         {optionMICBal_, optionMICUnBal_, optionMICElectret_, checkBattAlarm_, hwRevision_, setProdSettings_});
+}
+
+void EditorsFrame::paintEvent(QPaintEvent*) {
+    drawRule(*this, 0);
+    drawRule(*this, defaults_->geometry().bottom() + pixels(grid::kLabelGap));
 }
 
 void EditorsFrame::connectTo(ProductionValues& production) {

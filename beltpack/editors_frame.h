@@ -24,6 +24,9 @@ public:
     QWidget* regulations() { return regulations_; }
     QWidget* regulationsLabel() { return regulationsLabel_; }
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
     OneItemListWidget* list(const char* name, void (SettingsEditors::*scrolled)());
     void layOut();
@@ -33,6 +36,7 @@ private:
     OneItemListWidget *hwRevision_, *regulations_;
     QLabel* regulationsLabel_;
     QPushButton* setProdSettings_;
+    QLabel* defaults_;  ///< the heading of what is below it
     RadioGroup mic_;
     CheckBoxField batteryAlarm_;
     SettingsEditors editors_;

@@ -3,9 +3,9 @@
 #include <QEvent>
 #include <chrono>
 
-#include "form/fixed_places.h"
 #include "form/guard.h"
 #include "form/key_filter.h"
+#include "form/lengths.h"
 #include "form/make.h"
 #include "link/runtime_fault.h"
 
@@ -112,7 +112,8 @@ LabelledSlider FormCalib::kirkSlider(const std::string& name, int leftTwips, int
 QPushButton* FormCalib::button(QWidget* parent, const char* name, const char* caption, QRect twips,
                                Handler pressed) {
     QPushButton* made = makeButton(parent, name, caption);
-    made->setGeometry(pixels(twips));
+    made->setFixedSize(pixels(twips).size());
+    made->move(pixels(twips).topLeft());
     // Enter in the threshold field sends the threshold; it must not press a button besides.
     made->setAutoDefault(false);
     connect(made, &QPushButton::clicked, this, handled(pressed));

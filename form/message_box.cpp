@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QMessageBox>
+#include <QTimer>
+#include <QWindow>
 
 #include "link/qt_text.h"
 
@@ -28,10 +30,23 @@ QWidget* windowInUse() {
     return nullptr;
 }
 
+/// A window that has only just been shown has no place on the screen yet; a box over it would lie elsewhere.
+void awaitPlace(const QWidget* window) {
+    constexpr int kLimitMs = 1000;
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(kLimitMs);
+    const QWindow* shown = window ? window->windowHandle() : nullptr;
+    while (shown && !window->isMinimized() && !shown->isExposed() && limit.isActive())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
 }  // namespace
 
 void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
-    QMessageBox box(windowInUse());
+    QWidget* window = windowInUse();
+    awaitPlace(window);
+    QMessageBox box(window);
     box.setIcon(iconOf(icon));
     box.setWindowTitle(fromUtf8(title.empty() ? kProgramTitle : title));
     box.setTextFormat(Qt::PlainText);

@@ -1,7 +1,5 @@
 #include "identity/dect_version_frame.h"
 
-#include <QHBoxLayout>
-
 #include "form/make.h"
 
 namespace quorvex {
@@ -11,7 +9,7 @@ constexpr int kVersionCharacters = 14;
 }
 
 DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidget* parent)
-    : QGroupBox(QStringLiteral("DECT Firmware Version Number"), parent),
+    : Frame(QStringLiteral("DECT Firmware Version Number"), parent),
       edit_(makeField(this, names.field, kVersionCharacters)),
       version_(link, names.request, field_) {
     edit_->setAccessibleName(title());
@@ -19,10 +17,7 @@ DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidge
     QPushButton* request = makeButton(this, names.button, "Request");
     onClick(request, [this] { version_.request(); });
 
-    auto* row = new QHBoxLayout(this);
-    row->addWidget(edit_);
-    row->addStretch();
-    row->addWidget(request);
+    makeGrid(this)->addLayout(makeRow(edit_, request), 0, 0);
 }
 
 }  // namespace quorvex

@@ -77,9 +77,23 @@ private Q_SLOTS:
     void hexadecimalIsFixedPitch();
     void controlsSayWhatTheyAre_data() { pagesAndModules(); }
     void controlsSayWhatTheyAre();
+    void columnsEndOnOneLine_data() { modules(); }
+    void columnsEndOnOneLine();
+    void fieldsAreOfOneHeight_data() { pagesAndModules(); }
+    void fieldsAreOfOneHeight();
+    void calibrationButtonFollowsTheValues_data();
+    void calibrationButtonFollowsTheValues();
+    void enlargedWindowKeepsItTogether_data() { pagesAndModules(); }
+    void enlargedWindowKeepsItTogether();
     void longStatusDoesNotWidenTheWindow();
 
 private:
+    static void modules();
+    /// The rectangle of a control in the window.
+    QRect inWindow(const QString& name) {
+        const QWidget& control = bench_->control(name);
+        return {control.mapTo(&bench_->window(), QPoint()), control.size()};
+    }
     void pagesAndModules();
     void startAsRow();
 
@@ -189,7 +203,7 @@ void TestLayout::startAsRow() {
 
 void TestLayout::fitsTheScreen() {
     startAsRow();
-    constexpr QSize kScreen{1024, 768};
+    constexpr QSize kScreen{800, 600};
     constexpr int kTitleBar = 40;  // of a generous window manager
     const FrmMain& window = bench_->window();
     const QString size = QStringLiteral("%1 x %2").arg(window.width()).arg(window.height());
@@ -348,6 +362,88 @@ void TestLayout::controlsSayWhatTheyAre() {
         QVERIFY2(!name.isEmpty() || hasLabel(*control), qPrintable(nameOf(*control)));
     }
     QVERIFY(asked > 0);
+}
+
+void TestLayout::modules() {
+    QTest::addColumn<QString>("type");
+    QTest::newRow("RM5") << "0";
+    QTest::newRow("Kirk") << "1";
+}
+
+void TestLayout::columnsEndOnOneLine() {
+    QFETCH(QString, type);
+    bench_->store.put("RfModule", type.toStdString());
+    bench_->start();
+    QCoreApplication::processEvents();
+    const int end = inWindow("buttonSetProdSettiings").bottom();
+    QCOMPARE(inWindow("CommandDectPPVerReq").bottom(), end);
+    QCOMPARE(inWindow("CommandCalibBp").bottom(), end);
+}
+
+void TestLayout::fieldsAreOfOneHeight() {
+    startAsRow();
+    const int height = inWindow("TextBeltpackId").height();
+    int compared = 0;
+    for (const QLineEdit* field :
+         bench_->control<QTabWidget>("SSTab1").currentWidget()->findChildren<QLineEdit*>()) {
+        if (!field->isVisible())
+            continue;
+        QCOMPARE(field->objectName() + QString::number(field->height()),
+                 field->objectName() + QString::number(height));
+        ++compared;
+    }
+    QVERIFY(compared > 2);
+}
+
+void TestLayout::calibrationButtonFollowsTheValues_data() {
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("last");  // the lowest control above it
+    for (const char* letter : {"A", "B"}) {
+        const QString button = QStringLiteral("CommandCalibAA") + letter;
+        QTest::addRow("RM5 %s", letter)
+            << kPages[1] << "0" << button << QStringLiteral("TextFreqAdj") + letter;
+        QTest::addRow("Kirk %s", letter) << kPages[1] << "1" << button << QStringLiteral("LabelMid") + letter;
+    }
+    QTest::newRow("RM5 Beltpack") << kPages[0] << "0"
+                                  << "CommandCalibBp"
+                                  << "TextFreqAccr";
+    QTest::newRow("Kirk Beltpack") << kPages[0] << "1"
+                                   << "CommandCalibBp"
+                                   << "TextRssiThr";
+}
+
+void TestLayout::calibrationButtonFollowsTheValues() {
+    startAsRow();
+    QFETCH(QString, button);
+    QFETCH(QString, last);
+    constexpr int kGap = 8;
+    constexpr int kMargin = 3;
+    const QRect place = bench_->control(button).geometry();
+    const QWidget& frame = *bench_->control(button).parentWidget();
+    QCOMPARE(place.top(), bench_->control(last).geometry().bottom() + 1 + kGap);
+    QCOMPARE(place.left(), kMargin);
+    QCOMPARE(frame.width() - 1 - place.right(), kMargin);
+    QCOMPARE(frame.height() - 1 - place.bottom(), kMargin);
+}
+
+void TestLayout::enlargedWindowKeepsItTogether() {
+    startAsRow();
+    const auto placesOfControls = [this] {
+        QMap<QString, QRect> places;
+        for (const QWidget* control :
+             bench_->control<QTabWidget>("SSTab1").currentWidget()->findChildren<QWidget*>()) {
+            if (control->isVisible() && !control->objectName().isEmpty())
+                places[control->objectName()] = inWindow(control->objectName());
+        }
+        return places;
+    };
+    const QMap<QString, QRect> before = placesOfControls();
+    QVERIFY(!before.isEmpty());
+    bench_->window().resize(bench_->window().size() + QSize(400, 300));
+    QCoreApplication::processEvents();
+    QCOMPARE(placesOfControls(), before);
 }
 
 void TestLayout::longStatusDoesNotWidenTheWindow() {

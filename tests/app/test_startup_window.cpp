@@ -1,4 +1,7 @@
 #include <QComboBox>
+#include <QMessageBox>
+#include <QWindow>
+#include <optional>
 
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
@@ -26,6 +29,24 @@ void press(QDialog& dialog, const char* button) {
     hand::click(*dialog.findChild<QWidget*>(button));
 }
 
+/// Whether the window was on the screen when the first message box was shown over it.
+class BoxWatch : public QObject {
+public:
+    explicit BoxWatch(const QWidget& window) : window_(window) { qApp->installEventFilter(this); }
+    const std::optional<bool>& wasExposed() const { return wasExposed_; }
+
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object) && !wasExposed_)
+            wasExposed_ = window_.windowHandle()->isExposed();
+        return false;
+    }
+
+private:
+    const QWidget& window_;
+    std::optional<bool> wasExposed_;
+};
+
 }  // namespace
 
 /// What the window does while it loads.
@@ -49,6 +70,7 @@ private Q_SLOTS:
     void badStoredPort();
     void badStoredModule();
     void worksWithoutAPort();
+    void boxWaitsForTheWindow();
 
 private:
     std::unique_ptr<Bench> bench_;
@@ -251,6 +273,17 @@ void TestStartupWindow::worksWithoutAPort() {
     QCOMPARE(bench_->status(), "black: Error communicating with Beltpack.");
     QCOMPARE(bench_->clock.nowMs, 0);  // a closed port is not waited for
     QVERIFY(!Bench::isHourglassUp());
+}
+
+void TestStartupWindow::boxWaitsForTheWindow() {
+    bench_->wire.refuse(1);
+    FrmMain window({bench_->wire, bench_->loop, bench_->store});
+    const BoxWatch watch(window);
+    bench_->person.plan([](QDialog& dialog) { press(dialog, "CmdCancel"); });
+    window.show();
+    QVERIFY(!window.windowHandle()->isExposed());
+    window.load();
+    QCOMPARE(watch.wasExposed(), std::optional(true));
 }
 
 }  // namespace quorvex

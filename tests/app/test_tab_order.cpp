@@ -5,6 +5,8 @@
 #include <QTabWidget>
 #include <QWindow>
 
+#include "form/button.h"
+#include "simulator/active_antenna.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -40,6 +42,7 @@ private Q_SLOTS:
     void order_data();
     void order();
     void afterARead();
+    void readingIsFirst();
 
 private:
     /// Names of what has the focus after each Tab, from the tab bar round to it again.
@@ -117,6 +120,38 @@ void TestTabOrder::afterARead() {
     const QStringList expected{"CommandRdSettingsBp", "CommandWrite", "CommandRead",   "CommandSave",
                                "CommandSummary",      "optionMIC",    "checkBattAlarm"};
     QCOMPARE(walk({}).mid(0, expected.size()), expected);
+}
+
+// Reading leads and has the focus until something has been read; on the antenna's page too.
+void TestTabOrder::readingIsFirst() {
+    const auto leads = [this](const char* button) {
+        return dynamic_cast<Button&>(bench_->control(button)).isLeading();
+    };
+    bench_->start();
+    QCOMPARE(QApplication::focusWidget(), &bench_->control("CommandRdSettingsBp"));
+    QVERIFY(leads("CommandRdSettingsBp"));
+    const auto look = [this] { return bench_->control("CommandRdSettingsBp").grab().toImage(); };
+    const QImage leading = look();
+
+    bench_->click("CommandRdSettingsBp");  // nobody answers
+    QVERIFY(leads("CommandRdSettingsBp"));
+    sim::Beltpack beltpack(kRm5);
+    bench_->wire.plugIn(&beltpack);
+    bench_->click("CommandRdSettingsBp");
+    QVERIFY(!leads("CommandRdSettingsBp"));
+    QVERIFY(look() != leading);
+
+    sim::ActiveAntenna antenna(kRm5);
+    for (const char* button : {"CommandRdSettingsAA", "CommandSetTbr6"}) {
+        renew(bench_);
+        bench_->start();
+        bench_->clickTab("Active Antenna");
+        bench_->click(button);
+        QVERIFY(leads("CommandRdSettingsAA"));
+        bench_->wire.plugIn(&antenna);
+        bench_->click(button);
+        QVERIFY(!leads("CommandRdSettingsAA"));
+    }
 }
 
 }  // namespace quorvex
