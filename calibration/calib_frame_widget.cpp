@@ -17,7 +17,7 @@ constexpr int kSingleColumn = 1920, kSingleField = 1110;
 constexpr int kRight = kSingleColumn + kSingleField;
 constexpr int kTopFm = 450, kTopFreq = 960, kTopFreqLabel = 1000, kTopKirk = 1320;
 constexpr int kTopKirkLabels = kTopKirk + grid::kField + grid::kLabelGap;
-constexpr int kLabelHeight = 240, kFreqLabelHeight = 300, kLabelWidth = kSingleColumn - 2 * kLeft;
+constexpr int kLabelHeight = 240, kFreqLabelHeight = 300, kLabelWidth = kSingleColumn - kLeft - 30;
 constexpr int kTopRssi = kTopKirkLabels + kLabelHeight + grid::kGap;
 constexpr QRect kSingleFreq{kSingleColumn, kTopFreq, kSingleField, grid::kField};
 

@@ -19,16 +19,16 @@ QRect pixels(const QRect& twips) {
 }
 
 QFont fittingFace(QFont face, const std::vector<PlacedText>& texts) {
-    constexpr double kClosest = -0.3;
-    constexpr double kStepCloser = 0.1;
+    constexpr int kClosestPercent = 95;
     constexpr double kLeastPoints = 5;
     constexpr double kStepPoints = 0.25;
     const auto isTooWide = [&face](const PlacedText& place) {
-        return QFontMetrics(face).horizontalAdvance(place.text) > place.width;
+        return QFontMetrics(face).size(Qt::TextSingleLine, place.text).width() > place.width;
     };
-    while (face.letterSpacing() > kClosest && std::any_of(texts.begin(), texts.end(), isTooWide))
-        face.setLetterSpacing(QFont::AbsoluteSpacing, face.letterSpacing() - kStepCloser);
-    while (face.pointSizeF() > kLeastPoints && std::any_of(texts.begin(), texts.end(), isTooWide))
+    const auto isAnyTooWide = [&] { return std::any_of(texts.begin(), texts.end(), isTooWide); };
+    for (int percent = 100; percent > kClosestPercent && isAnyTooWide(); --percent)
+        face.setLetterSpacing(QFont::PercentageSpacing, percent - 1);
+    while (face.pointSizeF() > kLeastPoints && isAnyTooWide())
         face.setPointSizeF(face.pointSizeF() - kStepPoints);
     return face;
 }

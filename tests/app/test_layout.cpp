@@ -9,10 +9,10 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QStyleOptionFrame>
-#include <QStyleOptionGroupBox>
 #include <QTabWidget>
 #include <algorithm>
 
+#include "form/frame.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -27,6 +27,14 @@ const QStringList kKirkOnly{
     "TextFreqAccrTx", "TextFreqAccrRx", "LabelRx",        "LabelTx",      "LabelMid",   "TextFreqAdjTxA",
     "TextFreqAdjRxA", "TextFreqAdjTxB", "TextFreqAdjRxB", "LabelTxA",     "LabelRxA",   "LabelMidA",
     "LabelTxB",       "LabelMidB",      "LabelRxB",       "LabelRssiThr", "TextRssiThr"};
+
+constexpr int kDefaultPoints = 9;
+
+void setFontSize(int points) {
+    QFont face = QApplication::font();
+    face.setPointSize(points);
+    QApplication::setFont(face);
+}
 
 QString nameOf(const QWidget& widget) {
     if (!widget.objectName().isEmpty())
@@ -59,6 +67,7 @@ class TestLayout : public QObject {
 
 private Q_SLOTS:
     void init() { renew(bench_); }
+    void cleanup();
     void modulePositions_data();
     void modulePositions();
     void moduleCaptions_data();
@@ -67,9 +76,9 @@ private Q_SLOTS:
     void moduleControls();
     void fitsTheScreen_data() { pagesAndModules(); }
     void fitsTheScreen();
-    void captionsAreWhole_data() { pagesAndModules(); }
+    void captionsAreWhole_data() { pagesModulesAndFonts(); }
     void captionsAreWhole();
-    void nothingOverlaps_data() { pagesAndModules(); }
+    void nothingOverlaps_data() { pagesModulesAndFonts(); }
     void nothingOverlaps();
     void fieldsHoldTheirText_data();
     void fieldsHoldTheirText();
@@ -79,8 +88,10 @@ private Q_SLOTS:
     void controlsSayWhatTheyAre();
     void columnsEndOnOneLine_data() { modules(); }
     void columnsEndOnOneLine();
-    void fieldsAreOfOneHeight_data() { pagesAndModules(); }
+    void fieldsAreOfOneHeight_data() { pagesModulesAndFonts(); }
     void fieldsAreOfOneHeight();
+    void facesAreOfOneSize_data() { pagesModulesAndFonts(); }
+    void facesAreOfOneSize();
     void calibrationButtonFollowsTheValues_data();
     void calibrationButtonFollowsTheValues();
     void enlargedWindowKeepsItTogether_data() { pagesAndModules(); }
@@ -94,7 +105,9 @@ private:
         const QWidget& control = bench_->control(name);
         return {control.mapTo(&bench_->window(), QPoint()), control.size()};
     }
-    void pagesAndModules();
+    void pagesAndModules() { rowsFor({9}); }
+    void pagesModulesAndFonts() { rowsFor({9, 11, 14, 18}); }
+    static void rowsFor(const QList<int>& fontPoints);
     void startAsRow();
 
     std::unique_ptr<Bench> bench_;
@@ -183,22 +196,32 @@ void TestLayout::moduleControls() {
     QCOMPARE(shown, expected);
 }
 
-void TestLayout::pagesAndModules() {
+void TestLayout::rowsFor(const QList<int>& fontPoints) {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("type");
-    for (const QString& page : kPages) {
-        QTest::addRow("%s, RM5", qPrintable(page)) << page << "0";
-        QTest::addRow("%s, Kirk", qPrintable(page)) << page << "1";
+    QTest::addColumn<int>("points");
+    for (const int points : fontPoints) {
+        for (const QString& page : kPages) {
+            QTest::addRow("%s, RM5, %d", qPrintable(page), points) << page << "0" << points;
+            QTest::addRow("%s, Kirk, %d", qPrintable(page), points) << page << "1" << points;
+        }
     }
 }
 
 void TestLayout::startAsRow() {
     QFETCH(QString, page);
     QFETCH(QString, type);
+    QFETCH(int, points);
+    setFontSize(points);
     bench_->store.put("RfModule", type.toStdString());
     bench_->start();
     bench_->clickTab(page);
     QCoreApplication::processEvents();
+}
+
+void TestLayout::cleanup() {
+    bench_.reset();
+    setFontSize(kDefaultPoints);
 }
 
 void TestLayout::fitsTheScreen() {
@@ -240,14 +263,9 @@ void TestLayout::captionsAreWhole() {
     for (const QGroupBox* frame : bench_->window().findChildren<QGroupBox*>()) {
         if (!frame->isVisible())
             continue;
-        QStyleOptionGroupBox option;
-        option.initFrom(frame);
-        option.text = frame->title();
-        option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
-        const QRect title =
-            frame->style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, frame);
-        QVERIFY2(frame->rect().contains(title) &&
-                     title.width() >= frame->fontMetrics().horizontalAdvance(frame->title()),
+        const QFontMetrics heading(headingFace(frame->font()));
+        QVERIFY2(heading.horizontalAdvance(frame->title()) <= frame->contentsRect().width() &&
+                     heading.height() <= frame->contentsRect().top(),
                  qPrintable(frame->title()));
     }
 }
@@ -281,11 +299,14 @@ void TestLayout::nothingOverlaps() {
 }
 
 void TestLayout::fieldsHoldTheirText_data() {
+    QTest::addColumn<int>("points");
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("text");
     const auto row = [](int page, const char* field, const char* text) {
-        QTest::newRow(field) << kPages[page] << QString(field) << QString(text);
+        for (const int points : {9, 11, 14, 18})
+            QTest::addRow("%s, %d", field, points)
+                << points << kPages[page] << QString(field) << QString(text);
     };
     row(0, "TextBeltpackId", "1048575");
     row(0, "TextEic", "DDDD");
@@ -312,6 +333,8 @@ void TestLayout::fieldsHoldTheirText() {
     QFETCH(QString, page);
     QFETCH(QString, field);
     QFETCH(QString, text);
+    QFETCH(int, points);
+    setFontSize(points);
     bench_->store.put("RfModule", "1");
     bench_->start();
     bench_->clickTab(page);
@@ -395,22 +418,31 @@ void TestLayout::fieldsAreOfOneHeight() {
     QVERIFY(compared > 2);
 }
 
+void TestLayout::facesAreOfOneSize() {
+    startAsRow();
+    QFETCH(int, points);
+    for (const QWidget* control : bench_->control("SSTab1").findChildren<QWidget*>()) {
+        const QString size = nameOf(*control) + ": %1";
+        QCOMPARE(size.arg(control->font().pointSizeF()), size.arg(points));
+    }
+}
+
 void TestLayout::calibrationButtonFollowsTheValues_data() {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("type");
+    QTest::addColumn<int>("points");
     QTest::addColumn<QString>("button");
     QTest::addColumn<QString>("last");  // the lowest control above it
     for (const char* letter : {"A", "B"}) {
         const QString button = QStringLiteral("CommandCalibAA") + letter;
         QTest::addRow("RM5 %s", letter)
-            << kPages[1] << "0" << button << QStringLiteral("TextFreqAdj") + letter;
-        QTest::addRow("Kirk %s", letter) << kPages[1] << "1" << button << QStringLiteral("LabelMid") + letter;
+            << kPages[1] << "0" << kDefaultPoints << button << QStringLiteral("TextFreqAdj") + letter;
+        QTest::addRow("Kirk %s", letter)
+            << kPages[1] << "1" << kDefaultPoints << button << QStringLiteral("LabelMid") + letter;
     }
-    QTest::newRow("RM5 Beltpack") << kPages[0] << "0"
-                                  << "CommandCalibBp"
+    QTest::newRow("RM5 Beltpack") << kPages[0] << "0" << kDefaultPoints << "CommandCalibBp"
                                   << "TextFreqAccr";
-    QTest::newRow("Kirk Beltpack") << kPages[0] << "1"
-                                   << "CommandCalibBp"
+    QTest::newRow("Kirk Beltpack") << kPages[0] << "1" << kDefaultPoints << "CommandCalibBp"
                                    << "TextRssiThr";
 }
 

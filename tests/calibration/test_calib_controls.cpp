@@ -16,6 +16,14 @@ QRect pixels(const QList<int>& twips) {
     return {rounded[0], rounded[1], rounded[2], rounded[3]};
 }
 
+constexpr int kDefaultPoints = 9;
+
+void setFontSize(int points) {
+    QFont face = QApplication::font();
+    face.setPointSize(points);
+    QApplication::setFont(face);
+}
+
 QString titleOf(const QWidget& control) {
     const auto* box = qobject_cast<const QGroupBox*>(&control);
     return box ? box->title() : control.property("text").toString();
@@ -28,6 +36,7 @@ class TestCalibControls : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { setFontSize(kDefaultPoints); }
     void places_data();
     void places();
     void labels_data();
@@ -242,14 +251,25 @@ void TestCalibControls::framesByModule() {
 }
 
 void TestCalibControls::nothingIsClipped_data() {
-    framesByModule_data();
+    QTest::addColumn<int>("points");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("kirk");
+    for (const int points : {9, 11, 14, 18}) {
+        for (const char* target : {"Beltpack", "A", "B"}) {
+            QTest::addRow("RM5, %s, %d", target, points) << points << target << false;
+            QTest::addRow("Kirk, %s, %d", target, points) << points << target << true;
+        }
+    }
 }
 
 void TestCalibControls::nothingIsClipped() {
     QFETCH(QString, target);
     QFETCH(bool, kirk);
+    QFETCH(int, points);
+    setFontSize(points);
     CalibBench at(target, kirk ? kKirk : kRm5);
     at.calibrate([&](QDialog& dialog) {
+        QVERIFY(dialog.font().pointSizeF() > 0.85 * points);
         for (QWidget* control : dialog.findChildren<QWidget*>()) {
             if (!control->isVisible() || control->objectName().startsWith("qt_"))
                 continue;
