@@ -29,7 +29,7 @@ void Button::initStyleOption(QStyleOptionButton* option) const {
     QPushButton::initStyleOption(option);
     if (!isLeading_ || !isEnabled())
         return;
-    constexpr int kDarker = 140;  ///< per cent: the caption has to stand off
+    constexpr int kDarker = 200;  ///< per cent: the caption has to stand off
     option->palette.setColor(QPalette::Button, option->palette.color(QPalette::Highlight).darker(kDarker));
     option->palette.setColor(QPalette::ButtonText, option->palette.color(QPalette::HighlightedText));
 }

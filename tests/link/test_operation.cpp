@@ -38,6 +38,7 @@ private Q_SLOTS:
     void notWantedInItsWait();
     void latest();
     void hourglass();
+    void progress();
     void modeIsLeft_data();
     void modeIsLeft();
     void modesAreLeftTheNewestFirst();
@@ -173,6 +174,17 @@ void TestOperation::hourglass() {
     at_->journal.take();
     { const Operation without(at_->link); }
     QCOMPARE(at_->journal.take(), QStringList());
+}
+
+void TestOperation::progress() {
+    { Operation quiet(at_->link); }
+    QCOMPARE(at_->console.progress(), QStringList());
+    {
+        Operation operation(at_->link);
+        operation.progress(0, 3);
+        operation.progress(1, 3);
+    }
+    QCOMPARE(at_->console.progress(), QStringList({"0 of 3", "1 of 3", "0 of 0"}));
 }
 
 void TestOperation::modeIsLeft_data() {
