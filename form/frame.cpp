@@ -18,6 +18,17 @@ void drawRule(QWidget& widget, int y, int inset) {
     QPainter(&widget).fillRect(inset, y, widget.width() - 2 * inset, 1, colour);
 }
 
+void drawEdge(QPainter& painter, const QRect& area, const QPalette& window) {
+    constexpr float kStrength = 0.3F;
+    constexpr double kRadius = 2;
+    constexpr double kHalfPixel = 0.5;
+    QColor colour = window.color(QPalette::WindowText);
+    colour.setAlphaF(kStrength);
+    painter.setPen(colour);
+    painter.drawRoundedRect(QRectF(area).adjusted(kHalfPixel, kHalfPixel, -kHalfPixel, -kHalfPixel), kRadius,
+                            kRadius);
+}
+
 QSize Frame::minimumSizeHint() const {
     const int heading = QFontMetrics(headingFace(font())).horizontalAdvance(title());
     return QGroupBox::minimumSizeHint().expandedTo({heading + 2 * pixels(grid::kFrameInset), 0});

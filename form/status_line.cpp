@@ -4,6 +4,7 @@
 #include <QEvent>
 #include <algorithm>
 
+#include "form/frame.h"
 #include "form/lengths.h"
 
 namespace quorvex {
@@ -17,9 +18,9 @@ constexpr int kMarkGap = 105;
 constexpr int kStrip = 45;
 constexpr int kTextLeft = kMargin + kMark + kMarkGap;
 
-/// On these, green and red text has a contrast of 3 : 1, which is enough for large bold text.
+/// On these, green and red text has a contrast of 3.6 : 1; for large bold text 3 : 1 is enough.
 constexpr QRgb kLightGround = qRgb(252, 252, 248);
-constexpr QRgb kGroundInTheDark = qRgb(229, 229, 225);
+constexpr QRgb kGroundInTheDark = qRgb(246, 246, 242);
 
 QFont largeFace(QFont face) {
     constexpr double kLargePoints = 14;  ///< from here on, bold text counts as large
@@ -87,16 +88,10 @@ void StatusLine::paintEvent(QPaintEvent* event) {
     const QPalette window = QApplication::palette();
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
-    QColor edge = window.color(QPalette::WindowText);
-    constexpr float kEdgeStrength = 0.3F;
-    edge.setAlphaF(kEdgeStrength);
-    painter.setPen(edge);
-    constexpr double kRadius = 2;
-    const auto box = [](const QRect& area) { return QRectF(area).adjusted(0.5, 0.5, -0.5, -0.5); };
-    painter.drawRoundedRect(box(rect()), kRadius, kRadius);
+    drawEdge(painter, rect(), window);
     if (!isDark() || !text().isEmpty()) {
         painter.setBrush(palette().color(QPalette::Window));
-        painter.drawRoundedRect(box(ground()), kRadius, kRadius);
+        drawEdge(painter, ground(), window);
     }
 
     painter.setPen(palette().color(QPalette::WindowText));
