@@ -1,6 +1,7 @@
 #include "calibration/form_calib.h"
 
 #include <QEvent>
+#include <algorithm>
 #include <chrono>
 
 #include "form/guard.h"
@@ -195,6 +196,11 @@ void FormCalib::handle(const std::function<void()>& handler) {
 void FormCalib::Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16_t transmit,
                              std::int16_t receive, std::int16_t otherFm, const std::string& caption) {
     tuning_.Set_Cal_Data(fm, frequency, transmit, receive, otherFm, caption);
+}
+
+void FormCalib::setCaption(const std::string& caption) {
+    setWindowTitle(fromLatin1(caption));
+    setFixedWidth(std::max(width(), widthForTitle(windowTitle())));
 }
 
 void FormCalib::unload() {

@@ -36,7 +36,7 @@ private:
     using Handler = void (CalibTuning::*)();
 
     std::string caption() const override { return toLatin1(windowTitle()); }
-    void setCaption(const std::string& caption) override { setWindowTitle(fromLatin1(caption)); }
+    void setCaption(const std::string& caption) override;
     void showKirkFrame(bool shown) override;
     void showRssiThresholdFrame(bool shown) override { frameRssiThreshold_->setVisible(shown); }
     void startTimer() override { timer1_->start(); }

@@ -18,6 +18,13 @@ QRect pixels(const QRect& twips) {
     return {pixels(twips.x()), pixels(twips.y()), pixels(twips.width()), pixels(twips.height())};
 }
 
+int widthForTitle(const QString& title) {
+    constexpr int kButtons = 1800;  ///< twips: three of them, and an icon
+    QFont face = QApplication::font();
+    face.setBold(true);
+    return QFontMetrics(face).horizontalAdvance(title) + pixels(kButtons);
+}
+
 QFont fittingFace(QFont face, const std::vector<PlacedText>& texts) {
     constexpr int kClosestPercent = 95;
     constexpr double kLeastPoints = 5;

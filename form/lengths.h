@@ -28,6 +28,10 @@ inline constexpr int kRowButton = 1200;  ///< least width of a button at the end
 inline constexpr int kHeading = 150;     ///< between a heading and what it stands over
 }  // namespace grid
 
+/// The width that a window needs to show its whole title, in pixels: beside it a window manager has its
+/// buttons.
+int widthForTitle(const QString& title);
+
 struct PlacedText {
     QString text;
     int width = 0;  ///< of its place, in pixels

@@ -1,10 +1,12 @@
 #include "form/message_box.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
 #include <QTimer>
 #include <QWindow>
 
+#include "form/lengths.h"
 #include "link/qt_text.h"
 
 namespace quorvex {
@@ -54,6 +56,9 @@ void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     // Text that can be selected breaks its lines at a lone carriage return too, whatever the style.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse);
     box.setStandardButtons(QMessageBox::Ok);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(widthForTitle(box.windowTitle()), 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
     box.exec();
 }
 

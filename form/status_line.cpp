@@ -48,6 +48,7 @@ void StatusLine::tell(const QString& text, Colour colour) {
     takeColours();
     setText(text);
     fit();
+    update();  // the mark too
 }
 
 void StatusLine::showProgress(int done, int total) {

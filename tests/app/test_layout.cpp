@@ -96,6 +96,7 @@ private Q_SLOTS:
     void calibrationButtonFollowsTheValues();
     void enlargedWindowKeepsItTogether_data() { pagesAndModules(); }
     void enlargedWindowKeepsItTogether();
+    void titlesHaveRoom();
     void longStatusDoesNotWidenTheWindow();
 
 private:
@@ -476,6 +477,31 @@ void TestLayout::enlargedWindowKeepsItTogether() {
     bench_->window().resize(bench_->window().size() + QSize(400, 300));
     QCoreApplication::processEvents();
     QCOMPARE(placesOfControls(), before);
+}
+
+// A window manager puts its buttons beside the title, which is often bold.
+void TestLayout::titlesHaveRoom() {
+    constexpr int kButtons = 100;
+    bench_->startWith(kRm5);
+    int looked = 0;
+    const auto look = [&looked](QDialog& dialog) {
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        const int needed = QFontMetrics(bold).horizontalAdvance(dialog.windowTitle()) + kButtons;
+        QVERIFY2(dialog.width() >= needed, qPrintable(dialog.windowTitle()));
+        ++looked;
+    };
+    for (const char* item : {"mnuComPort", "mnuRfModule"}) {
+        bench_->person.plan([&](QDialog& dialog) {
+            look(dialog);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        bench_->clickMenu(item);
+    }
+    bench_->person.beforeOk(look);
+    bench_->clickMenu("mnuAbout");
+    bench_->window().link().console().messageBox("Rd Error", Icon::none);
+    QCOMPARE(looked, 4);
 }
 
 void TestLayout::longStatusDoesNotWidenTheWindow() {

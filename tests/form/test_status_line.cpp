@@ -1,3 +1,4 @@
+#include <QPaintEvent>
 #include <cmath>
 
 #include "form/status_line.h"
@@ -28,6 +29,19 @@ double contrast(const QColor& one, const QColor& other) {
     return (lighter + 0.05) / (darker + 0.05);
 }
 
+/// What of a widget has been painted.
+class PaintWatch : public QObject {
+public:
+    QRegion painted;
+
+protected:
+    bool eventFilter(QObject*, QEvent* event) override {
+        if (event->type() == QEvent::Paint)
+            painted += static_cast<QPaintEvent*>(event)->region();
+        return false;
+    }
+};
+
 /// A status line 600 pixels wide in a window.
 class Line : public QWidget {
 public:
@@ -51,6 +65,7 @@ private Q_SLOTS:
     void marks_data();
     void marks();
     void marksAreDrawn();
+    void newTextPaintsTheMarkToo();
     void isReadable_data();
     void isReadable();
     void textFits();
@@ -111,6 +126,17 @@ void TestStatusLine::marksAreDrawn() {
         QVERIFY2(!seen.contains(mark), text);
         seen << mark;
     }
+}
+
+void TestStatusLine::newTextPaintsTheMarkToo() {
+    PaintWatch watch;
+    Line window;
+    window.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&window));
+    QCoreApplication::processEvents();
+    window.line.installEventFilter(&watch);
+    window.line.tell("Read.", kBlack);
+    QTRY_COMPARE(watch.painted.boundingRect(), window.line.rect());
 }
 
 void TestStatusLine::isReadable_data() {
