@@ -13,8 +13,8 @@ EditorsFrame::EditorsFrame(SettingsImage& image, QWidget* parent)
       optionMICUnBal_(makeCaptioned<QRadioButton>(this, "optionMICUnBal", "MIC Unbal")),
       optionMICElectret_(makeCaptioned<QRadioButton>(this, "optionMICElectret", "MIC Electret")),
       checkBattAlarm_(makeCaptioned<QCheckBox>(this, "checkBattAlarm", "Battery Alarm")),
-      hwRevision_(list("BPHWRevision", &SettingsEditors::BPHWRevision_Scroll)),
-      regulations_(list("BPRegulations", &SettingsEditors::BPRegulations_Scroll)),
+      hwRevision_(list("BPHWRevision", "HW REV", &SettingsEditors::BPHWRevision_Scroll)),
+      regulations_(list("BPRegulations", "Regulations", &SettingsEditors::BPRegulations_Scroll)),
       regulationsLabel_(makeLabel(this, "LabelRegulations", "Regulations", regulations_)),
       setProdSettings_(makeButton(this, "buttonSetProdSettiings", "Set Production Values")),
       defaults_(makeLabel(this, "Label12", "Defaults", setProdSettings_)),
@@ -62,9 +62,11 @@ void EditorsFrame::connectTo(ProductionValues& production) {
     onClick(setProdSettings_, [&production] { production.buttonSetProdSettiings_Click(); });
 }
 
-OneItemListWidget* EditorsFrame::list(const char* name, void (SettingsEditors::*scrolled)()) {
+OneItemListWidget* EditorsFrame::list(const char* name, const char* said,
+                                      void (SettingsEditors::*scrolled)()) {
     auto* made = new OneItemListWidget(this);
     made->setObjectName(QString::fromLatin1(name));
+    made->setAccessibleName(QString::fromLatin1(said));  // the toolkit gives a list no name by its label
     connect(made, &OneItemListWidget::scrolled, this,
             [this, scrolled] { guarded([this, scrolled] { (editors_.*scrolled)(); }); });
     return made;

@@ -28,7 +28,7 @@ protected:
     void paintEvent(QPaintEvent* event) override;
 
 private:
-    OneItemListWidget* list(const char* name, void (SettingsEditors::*scrolled)());
+    OneItemListWidget* list(const char* name, const char* said, void (SettingsEditors::*scrolled)());
     void layOut();
 
     QRadioButton *optionMICBal_, *optionMICUnBal_, *optionMICElectret_;

@@ -30,6 +30,7 @@ FormCfgSummary::FormCfgSummary(const std::string& SummaryText, QWidget* parent) 
 
     auto* text = new QTextEdit(this);
     text->setObjectName(QStringLiteral("TextSummary"));
+    text->setAccessibleName(windowTitle());
     text->setReadOnly(true);
     text->setLineWrapMode(QTextEdit::NoWrap);
     QFont face(QStringLiteral("Courier"));

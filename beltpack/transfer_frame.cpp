@@ -30,6 +30,7 @@ TransferFrame::TransferFrame(const SettingsImage& image, QWidget* parent)
     commandRdSettingsBp_->setLeading(true);
     commandWrite_->standOut();
     setFocusProxy(commandRdSettingsBp_);
+    commandRead_->setShortcut({});  // the menu "File" has the same key, and wins
 
     auto* rows = new QGridLayout(this);
     rows->setContentsMargins({});

@@ -61,6 +61,7 @@ CalibFrameWidget::Names CalibFrameWidget::module(const std::string& letter, cons
 CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
     : Frame(QString::fromLatin1(names.title), parent),
       isBeltpack_(names.isBeltpack),
+      ofModule_(isBeltpack_ ? QString() : QStringLiteral(", module ") + QString::fromStdString(names.suffix)),
       editFm_(placeField(names.fmField, {kSingleColumn, kTopFm, kSingleField, grid::kField})),
       editFreq_(placeField(named("Text", names.frequency, names), kSingleFreq)),
       editTx_(placeField(named("Text", names.frequency + "Tx", names), inKirkRow(kColumnTx))),
@@ -78,6 +79,7 @@ CalibFrameWidget::CalibFrameWidget(const Names& names, QWidget* parent)
       rssiThreshold_(editRssi_) {
     place("", names.fmCaption, editFm_, {kLeft, kTopFm, kLabelWidth, grid::kField});
     placeKirkLabels(names);
+    sayWhatTheFieldsAre(false);
     placeButton(kBelowSingle);
     std::vector<QWidget*> chain{editFm_, editTx_, editFreq_, editRx_};
     if (editRssi_)
@@ -101,6 +103,16 @@ void CalibFrameWidget::placeKirkLabels(const Names& names) {
         kirkOnly_.push_back(
             place("LabelRssiThr", "RSSI Thr:", editRssi_, {kLeft, kTopRssi, kLabelWidth, grid::kField}));
     }
+}
+
+void CalibFrameWidget::sayWhatTheFieldsAre(bool threeFrequencies) {
+    const auto say = [this](QWidget* field, const char* text) {
+        field->setAccessibleName(QLatin1String(text) + ofModule_);
+    };
+    say(editFm_, "FM Deviation");
+    say(editFreq_, threeFrequencies ? "Frequency Accuracy Mid" : "Frequency Accuracy");
+    say(editTx_, "Frequency Accuracy Tx");
+    say(editRx_, "Frequency Accuracy Rx");
 }
 
 QLabel* CalibFrameWidget::place(const std::string& name, const char* caption, QWidget* buddy, QRect twips) {
@@ -141,6 +153,7 @@ void CalibFrameWidget::apply(const CalibLayout& layout) {
     editFreq_->move(pixels(layout.midLeft.value), pixels(layout.midTop.value));
     if (isBeltpack_)
         freqLabel_->move(freqLabel_->x(), pixels(layout.labelTop.value));
+    sayWhatTheFieldsAre(layout.kirkControls);
     placeButton(!layout.kirkControls ? kBelowSingle : isBeltpack_ ? kBelowRssi : kBelowKirkLabels);
     // At once, so that no click meets a control that is about to move.
     if (parentWidget() && parentWidget()->layout())

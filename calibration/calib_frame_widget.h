@@ -58,8 +58,11 @@ private:
     /// The frame ends below it.
     void placeButton(int topTwips);
     void placeKirkLabels(const Names& names);
+    /// Said where neither the frame nor the labels around a field are seen.
+    void sayWhatTheFieldsAre(bool threeFrequencies);
 
     bool isBeltpack_;
+    QString ofModule_;  ///< ", module A"; empty for a Beltpack
     FieldEdit *editFm_, *editFreq_, *editTx_, *editRx_, *editRssi_ = nullptr;
     QLabel* freqLabel_;
     QPushButton* calibrate_;

@@ -4,6 +4,7 @@
 #include <algorithm>
 #include <chrono>
 
+#include "form/accessible.h"
 #include "form/guard.h"
 #include "form/key_filter.h"
 #include "form/lengths.h"
@@ -48,11 +49,13 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
           frame("FrameRssiThreshold", "RSSI -80.5dBm Threshold - Decimal", {120, 3480, 2895, 855})),
       fmDev_(wideSlider(frame1_, "FmDev", 0, 63, &CalibTuning::SliderFmDev_Change)),
       freqAccr_(wideSlider(frameRm5_, "FreqAccr", -7, 7, &CalibTuning::SliderFreqAccr_Change)),
-      tx_(kirkSlider("Tx", 120, 1200, &CalibTuning::SliderTx_Change, &CalibTuning::SliderTx_Scroll)),
-      mid_(kirkSlider("Mid", 1560, 2280, &CalibTuning::SliderMid_Change)),
-      rx_(kirkSlider("Rx", 3000, 4080, &CalibTuning::SliderRx_Change, &CalibTuning::SliderRx_Scroll)),
+      tx_(kirkSlider("Tx", "Transmit", 120, 1200, &CalibTuning::SliderTx_Change,
+                     &CalibTuning::SliderTx_Scroll)),
+      mid_(kirkSlider("Mid", "Mid", 1560, 2280, &CalibTuning::SliderMid_Change)),
+      rx_(kirkSlider("Rx", "Receive", 3000, 4080, &CalibTuning::SliderRx_Change,
+                     &CalibTuning::SliderRx_Scroll)),
       sliderDcBalance_(setUp(new ShowingSlider(frameKirk_), QStringLiteral("SliderDCBalance"),
-                             {240, 1080, 4095, 375}, 0, 200)),
+                             QStringLiteral("DC balance"), {240, 1080, 4095, 375}, 0, 200)),
       labelRssi_(label(frameKirk_, "LabelRssi", "RSSI:", {120, 1560}, 1935)),
       labelDcBal_(label(frameKirk_, "LabelDcBal", "DC Bal:", {3120, 1560}, 1335)),
       textRssiThr_(makeField(frameRssiThreshold_, "TextRssiThr", kThresholdCharacters,
@@ -87,9 +90,11 @@ QLabel* FormCalib::label(QWidget* parent, const char* name, const char* caption,
     return made;
 }
 
-QSlider* FormCalib::setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest) {
+QSlider* FormCalib::setUp(QSlider* slider, const QString& name, const QString& said, QRect twips, int lowest,
+                          int highest) {
     slider->setOrientation(Qt::Horizontal);
     slider->setObjectName(name);
+    slider->setAccessibleName(said);
     slider->setGeometry(pixels(twips));
     slider->setRange(lowest, highest);
     slider->setPageStep(1);
@@ -97,17 +102,27 @@ QSlider* FormCalib::setUp(QSlider* slider, const QString& name, QRect twips, int
     return slider;
 }
 
-LabelledSlider FormCalib::wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
-                                     Handler changed) {
-    return {setUp(new QSlider(parent), fromLatin1("Slider" + name), {120, 360, 3855, 375}, lowest, highest),
-            label(parent, ("Label" + name + "Value").c_str(), "1", {4080, 400}, 375), handled(changed)};
+QLabel* FormCalib::valueLabel(QWidget* parent, const std::string& name, const char* initial,
+                              const QString& said, QPoint twips, int widthTwips) {
+    QLabel* made = label(parent, ("Label" + name + "Value").c_str(), initial, twips, widthTwips);
+    made->setAccessibleDescription(said);  // a name would hide the value
+    return made;
 }
 
-LabelledSlider FormCalib::kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips,
-                                     Handler changed, Handler scrolled) {
-    return {setUp(new QSlider(frameKirk_), fromLatin1("Slider" + name), {leftTwips, 480, 1455, 375}, 0, 7),
-            label(frameKirk_, ("Label" + name + "Value").c_str(), "0", {valueLeftTwips, 300}, 315),
-            handled(changed), scrolled ? handled(scrolled) : nullptr};
+LabelledSlider FormCalib::wideSlider(QGroupBox* parent, const std::string& name, int lowest, int highest,
+                                     Handler changed) {
+    return {setUp(new QSlider(parent), fromLatin1("Slider" + name), parent->title(), {120, 360, 3855, 375},
+                  lowest, highest),
+            valueLabel(parent, name, "1", parent->title(), {4080, 400}, 375), handled(changed)};
+}
+
+LabelledSlider FormCalib::kirkSlider(const std::string& name, const char* said, int leftTwips,
+                                     int valueLeftTwips, Handler changed, Handler scrolled) {
+    const QString caption = QString::fromLatin1(said);
+    return {setUp(new QSlider(frameKirk_), fromLatin1("Slider" + name), caption, {leftTwips, 480, 1455, 375},
+                  0, 7),
+            valueLabel(frameKirk_, name, "0", caption, {valueLeftTwips, 300}, 315), handled(changed),
+            scrolled ? handled(scrolled) : nullptr};
 }
 
 QPushButton* FormCalib::button(QWidget* parent, const char* name, const char* caption, QRect twips,
@@ -125,8 +140,8 @@ void FormCalib::buildDcBalance() {
     drawScale();
     sliderDcBalance_->setTickInterval(10);
     sliderDcBalance_->setValue(100);
-    sliderDcBalance_->setAccessibleName(QStringLiteral("DC balance"));
-    label(frameKirk_, "Label6", "0", {2235, 1560}, 240);
+    label(frameKirk_, "Label6", "0", {2235, 1560}, 240)
+        ->setAccessibleDescription(QStringLiteral("Middle of the DC balance"));
 }
 
 void FormCalib::drawScale() {
@@ -142,6 +157,7 @@ void FormCalib::drawScale() {
         constexpr int kWidth = 2;
         auto* line = new QWidget(frameKirk_);
         line->setObjectName(QString::fromLatin1(piece.name));
+        setAccessibleRole(line, QAccessible::Separator);
         line->setAutoFillBackground(true);
         line->setPalette(piece.colour);
         line->setGeometry(pixels(piece.fromX), pixels(piece.y) - kWidth / 2,

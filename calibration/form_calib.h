@@ -47,13 +47,17 @@ private:
 
     QGroupBox* frame(const char* name, const char* caption, QRect twips);
     QLabel* label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips);
-    static QSlider* setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest);
+    static QSlider* setUp(QSlider* slider, const QString& name, const QString& said, QRect twips, int lowest,
+                          int highest);
+    /// The label "LabelFmDevValue" for the name "FmDev", at its place.
+    QLabel* valueLabel(QWidget* parent, const std::string& name, const char* initial, const QString& said,
+                       QPoint twips, int widthTwips);
     /// "SliderFmDev" and its label "LabelFmDevValue" for the name "FmDev".
-    LabelledSlider wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
+    LabelledSlider wideSlider(QGroupBox* parent, const std::string& name, int lowest, int highest,
                               Handler changed);
     /// One of the three beside each other in the frame of a Kirk.
-    LabelledSlider kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips, Handler changed,
-                              Handler scrolled = nullptr);
+    LabelledSlider kirkSlider(const std::string& name, const char* said, int leftTwips, int valueLeftTwips,
+                              Handler changed, Handler scrolled = nullptr);
     QPushButton* button(QWidget* parent, const char* name, const char* caption, QRect twips, Handler pressed);
     void drawScale();
     void buildDcBalance();

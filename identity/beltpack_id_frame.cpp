@@ -13,6 +13,7 @@ BeltpackIdFrame::BeltpackIdFrame(CommandLink& link, SettingsImage& image, QWidge
     textBeltpackId_->setKeyFilter(upToNine);
     textBeltpackId_->onKeyPress([this](char16_t key) { update_.TextBeltpackId_KeyPress(key); });
     QPushButton* update = makeButton(this, "CommandSetBpId", "Update", "Send PSN to Beltpack");
+    update->setAccessibleName(QStringLiteral("Update Beltpack ID"));
     onClick(update, [this] { update_.CommandSetBpId_Click(); });
 
     QGridLayout* rows = makeGrid(this);

@@ -15,6 +15,7 @@ DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidge
     edit_->setAccessibleName(title());
     edit_->setValidator(nullptr);  // what the unit answers is shown as it stands
     QPushButton* request = makeButton(this, names.button, "Request");
+    request->setAccessibleName(QStringLiteral("Request DECT Firmware Version Number"));
     onClick(request, [this] { version_.request(); });
 
     makeGrid(this)->addLayout(makeRow(edit_, request), 0, 0);

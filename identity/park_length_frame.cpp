@@ -16,6 +16,7 @@ ParkLengthFrame::ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidge
     textPli_->setAccessibleName(title());
     // The hover text speaks of RF carriers, as intended.
     QPushButton* update = makeButton(this, "CmdUpdatePli", "Update", "Send RF Carriers To BP");
+    update->setAccessibleName(QStringLiteral("Update Park Length Indicator"));
     onClick(update, [this] { update_.CmdUpdatePli_Click(); });
 
     makeGrid(this)->addLayout(makeRow(textPli_, update), 0, 0);

@@ -15,6 +15,7 @@ RfCarriersFrame::RfCarriersFrame(CommandLink& link, SettingsImage& image, Guest 
     textRfCarrs_->onKeyPress([&link](char16_t) { link.status("", kBlack); });
     textRfCarrs_->setAccessibleName(title());
     QPushButton* update = makeButton(this, "CmdSetRfCarrs", "Update", "Send RF Carriers To BP");
+    update->setAccessibleName(QStringLiteral("Update RF Carriers"));
     onClick(update, [this] { update_.CmdSetRfCarrs_Click(); });
     // Only keeps its tick.
     auto* fcc = makeCaptioned<QCheckBox>(this, "FCCCheckBox", "FCC Enable");

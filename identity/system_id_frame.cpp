@@ -49,6 +49,7 @@ QLayout* SystemIdFrame::layOutButtons() {
     QPushButton* update = makeButton(this, "CommandSetSysID", "Update", "Send System Id to Beltpack");
     onClick(byDefault, [this] { systemId_.CommandDefault_Click(); });
     onClick(hpPari, [this] { systemId_.CommandHpPari_Click(); });
+    update->setAccessibleName(QStringLiteral("Update System ID"));
     onClick(update, [this] { systemId_.CommandSetSysID_Click(); });
     auto* buttons = new QHBoxLayout;
     buttons->setSpacing(pixels(grid::kGap));

@@ -27,7 +27,7 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
       screen_(link, *this, {rootDir_, fileName_, counter_, autoIncrement_}) {
     screenDumpFName_->setText(QStringLiteral("Grab1"));
     autoIncValText_->setText(QStringLiteral("0"));
-    autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment"));
+    autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment, next number"));
 
     connect(autoIncValText_, &QLineEdit::textChanged, this,
             [this] { guarded([this] { screen_.autoIncValText_Change(); }); });

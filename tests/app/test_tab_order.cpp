@@ -43,6 +43,7 @@ private Q_SLOTS:
     void order();
     void afterARead();
     void readingIsFirst();
+    void keyboardAlone();
 
 private:
     /// Names of what has the focus after each Tab, from the tab bar round to it again.
@@ -152,6 +153,26 @@ void TestTabOrder::readingIsFirst() {
         bench_->click(button);
         QVERIFY(!leads("CommandRdSettingsAA"));
     }
+}
+
+// From the start to a written Beltpack without the mouse.
+void TestTabOrder::keyboardAlone() {
+    const auto press = [this](Qt::Key key) { QTest::keyClick(bench_->window().windowHandle(), key); };
+    bench_->startWith(kRm5);
+    press(Qt::Key_Return);
+    QCOMPARE(bench_->status(), "green: Settings read from Beltpack successfully.");
+    const auto goTo = [&](const char* control) {
+        constexpr int kMost = 30;
+        for (int i = 0; i < kMost && QApplication::focusWidget() != &bench_->control(control); ++i)
+            press(Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), &bench_->control(control));
+    };
+    goTo("BPHWRevision");
+    press(Qt::Key_Home);
+    goTo("CommandWrite");
+    press(Qt::Key_Return);
+    QCOMPARE(bench_->status(), "green: Settings written to Beltpack successfully!");
+    QCOMPARE(bench_->beltpack().value(0x15), "00");
 }
 
 }  // namespace quorvex
