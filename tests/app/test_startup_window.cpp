@@ -3,6 +3,7 @@
 #include <QWindow>
 #include <optional>
 
+#include "tests/app/port_dialog_hand.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -10,23 +11,10 @@ namespace quorvex {
 
 namespace {
 
-const QString kPortDialog = dialogEntry("ComSelect", "Select Serial Port");
+const QString kStartDialog = dialogEntry("ComSelect", "Select Serial Port");
 
 QString notOpened(const QString& number) {
     return failureEntry("Could not open COM " + number);
-}
-
-void pick(QDialog& dialog, int number) {
-    auto* ports = dialog.findChild<QComboBox*>("ComboCom");
-    ports->setFocus();
-    QTest::keyClick(ports, Qt::Key_Home);
-    for (int i = 1; i < number; ++i)
-        QTest::keyClick(ports, Qt::Key_Down);
-    QCOMPARE(ports->currentText(), "COM" + QString::number(number));
-}
-
-void press(QDialog& dialog, const char* button) {
-    hand::click(*dialog.findChild<QWidget*>(button));
 }
 
 /// Whether the window was on the screen when the first message box was shown over it.
@@ -150,7 +138,7 @@ void TestStartupWindow::anotherPortInstead() {
     });
     bench_->start();
     QCOMPARE(bench_->journal.take(),
-             QStringList({"cannot open 3", notOpened("3"), kPortDialog, "open 5", "store ComPort=5"}));
+             QStringList({"cannot open 3", notOpened("3"), kStartDialog, "open 5", "store ComPort=5"}));
     QCOMPARE(labels, QStringList({"No Comms", "No Comms"}));
     QCOMPARE(bench_->text("LabelComPort"), "COM5");
     QVERIFY(bench_->wire.isOpen());
@@ -176,7 +164,7 @@ void TestStartupWindow::givesUp() {
             press(dialog, "CmdCancel");
     });
     bench_->start();
-    QCOMPARE(bench_->journal.take(), QStringList({"cannot open 12", notOpened("12"), kPortDialog}));
+    QCOMPARE(bench_->journal.take(), QStringList({"cannot open 12", notOpened("12"), kStartDialog}));
     QCOMPARE(bench_->text("LabelComPort"), "No Comms");
     QVERIFY(!bench_->wire.isOpen());
     QVERIFY(bench_->window().isVisible());
@@ -194,7 +182,7 @@ void TestStartupWindow::secondPortFailsToo() {
     });
     bench_->start();
     QCOMPARE(bench_->journal.take(),
-             QStringList({"cannot open 1", notOpened("1"), kPortDialog, "cannot open 2", notOpened("2")}));
+             QStringList({"cannot open 1", notOpened("1"), kStartDialog, "cannot open 2", notOpened("2")}));
     QCOMPARE(bench_->text("LabelComPort"), "No Comms");
     QCOMPARE(bench_->store.get("ComPort", "none"), "none");
 }
@@ -256,7 +244,7 @@ void TestStartupWindow::badStoredModule() {
         press(dialog, "CmdOK");
     });
     bench_->start();
-    QCOMPARE(bench_->journal.take(), QStringList({notOpened(""), kPortDialog, "open 4", "store ComPort=4"}));
+    QCOMPARE(bench_->journal.take(), QStringList({notOpened(""), kStartDialog, "open 4", "store ComPort=4"}));
     QCOMPARE(bench_->text("LabelComPort"), "COM4");
     QCOMPARE(bench_->store.get("RfModule", ""), "abc");
 }

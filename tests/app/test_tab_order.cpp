@@ -20,7 +20,7 @@ const QStringList kIdentity{
     "TextBeltpackId",     "CommandSetBpId", "TextEic",         "TextFpn", "TextFps",      "TextParkB",
     "CommandDefault",     "CommandHpPari",  "CommandSetSysID", "TextPli", "CmdUpdatePli", "TextDectVerBP",
     "CommandDectPPVerReq"};
-const QStringList kCarriers{"TextRfCarrs", "CmdSetRfCarrs", "BPRegulations", "FCCCheckBox"};
+const QStringList kCarrierBoxes{"TextRfCarrs", "CmdSetRfCarrs", "BPRegulations", "FCCCheckBox"};
 
 /// Tells which stop is wrong; the lists are too long to be read in one line.
 void compare(const QStringList& walked, const QStringList& expected) {
@@ -76,11 +76,11 @@ void TestTabOrder::order_data() {
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("BeltPack, RM5") << "BeltPack"
                                    << "0"
-                                   << kWork + kIdentity + kCarriers +
+                                   << kWork + kIdentity + kCarrierBoxes +
                                           QStringList({"TextFMDev", "TextFreqAccr", "CommandCalibBp"});
     QTest::newRow("BeltPack, Kirk") << "BeltPack"
                                     << "1"
-                                    << kWork + kIdentity + kCarriers +
+                                    << kWork + kIdentity + kCarrierBoxes +
                                            QStringList({"TextFMDev", "TextFreqAccrTx", "TextFreqAccr",
                                                         "TextFreqAccrRx", "TextRssiThr", "CommandCalibBp"});
     QTest::newRow("Active Antenna, RM5")

@@ -15,10 +15,10 @@ namespace {
 const QString kSaveEntry = dialogEntry("CommonDialog1", "Save settings...");
 const QString kLoadEntry = dialogEntry("CommonDialog1", "Open File");
 const QString kReadDone = "green: Settings read from Beltpack successfully.";
-const QString kSaved = "black: Betpack settings saved to file successfully.";
-const QString kLoaded = "black: Beltpack settings read from file successfully.";
-const QString kNotLoaded = failureEntry("Error reading from file!");
-const QString kNotSaved = failureEntry("Error writing Beltpack settings to file!");
+const QString kFileSaved = "black: Betpack settings saved to file successfully.";
+const QString kFileLoaded = "black: Beltpack settings read from file successfully.";
+const QString kFileNotLoaded = failureEntry("Error reading from file!");
+const QString kFileNotSaved = failureEntry("Error writing Beltpack settings to file!");
 
 QLineEdit& nameField(QDialog& dialog) {
     return *dialog.findChild<QLineEdit*>("fileNameEdit");
@@ -193,7 +193,7 @@ void TestFileDialogs::saveUnderTheProposedName() {
     bench_->person.plan([](QDialog& dialog) { hand::click(button(dialog, QDialogButtonBox::Save)); });
     bench_->click("CommandSave");
     QCOMPARE(bench_->journal.take(), QStringList{kSaveEntry});
-    QCOMPARE(bench_->status(), kSaved);
+    QCOMPARE(bench_->status(), kFileSaved);
     QCOMPARE(files(), QStringList{"12345"});
     const QByteArray bytes = content("12345");
     QVERIFY(bytes.startsWith("K4700\r\n0044303039\r\n1F        \r\n"));
@@ -239,7 +239,7 @@ void TestFileDialogs::overwriteAgreed() {
     bench_->click("CommandSave");
     QCOMPARE(bench_->journal.take().size(), 2);
     QCOMPARE(content("12345").size(), 7 + 21 * 12);
-    QCOMPARE(bench_->status(), kSaved);
+    QCOMPARE(bench_->status(), kFileSaved);
 }
 
 void TestFileDialogs::newFileIsNotAskedAbout() {
@@ -366,7 +366,7 @@ void TestFileDialogs::loads() {
     bench_->control<QLineEdit>("TextPli").setText("6");
     load(pathOf("unit.bpc"));
     QCOMPARE(bench_->journal.take(), QStringList{kLoadEntry});
-    QCOMPARE(bench_->status(), kLoaded);
+    QCOMPARE(bench_->status(), kFileLoaded);
     for (const char* field : {"TextFMDev", "TextFreqAccr", "TextFreqAccrRx", "TextFreqAccrTx"})
         QCOMPARE(bench_->text(field), "");
     QCOMPARE(bench_->text("TextRssiThr"), "5");
@@ -402,7 +402,7 @@ void TestFileDialogs::invalidFile() {
     QCOMPARE(bench_->journal.take(),
              QStringList(
                  {kLoadEntry, failureEntry(pathOf("photo.bpc") + "\r\n is not a valid QuorvexCfg file.")}));
-    QCOMPARE(bench_->status(), kLoaded);
+    QCOMPARE(bench_->status(), kFileLoaded);
     QVERIFY(!bench_->control("CommandWrite").isEnabled());
     QCOMPARE(bench_->text("TextBeltpackId"), "");
     make("good.bpc", "K4700\r\n00443186A0\r\n");
@@ -416,12 +416,12 @@ void TestFileDialogs::emptyFileAndAfter() {
     make("good.bpc", "K4700\r\n00443186A0\r\n");
     for (const char* name : {"empty.bpc", "good.bpc"}) {
         load(pathOf(name));
-        QCOMPARE(bench_->journal.take(), QStringList({kLoadEntry, kNotLoaded}));
+        QCOMPARE(bench_->journal.take(), QStringList({kLoadEntry, kFileNotLoaded}));
         QCOMPARE(bench_->status(), "black: Error while reading Beltpack settings from file.");
     }
     bench_->person.plan([](QDialog& dialog) { hand::click(button(dialog, QDialogButtonBox::Save)); });
     bench_->click("CommandSave");
-    QCOMPARE(bench_->journal.take(), QStringList({kSaveEntry, kNotSaved}));
+    QCOMPARE(bench_->journal.take(), QStringList({kSaveEntry, kFileNotSaved}));
     QCOMPARE(bench_->status(), "black: Error while writing file.");
     QCOMPARE(bench_->text("TextBeltpackId"), "12345");
 }
