@@ -22,6 +22,8 @@ private Q_SLOTS:
     void readStarts();
     void buttons_data();
     void buttons();
+    void enterPressesOnce_data();
+    void enterPressesOnce();
     void disabledButtonsStaySo_data();
     void disabledButtonsStaySo();
     void menus_data();
@@ -72,6 +74,29 @@ void TestAccessKeys::buttons() {
     press(static_cast<Qt::Key>(key), Qt::AltModifier);
     QVERIFY(pressed);
     QTRY_VERIFY(!target.isDown());
+}
+
+void TestAccessKeys::enterPressesOnce_data() {
+    QTest::addColumn<int>("key");
+    QTest::newRow("Enter") << int(Qt::Key_Return);
+    QTest::newRow("keypad Enter") << int(Qt::Key_Enter);
+}
+
+// Held down, too.
+void TestAccessKeys::enterPressesOnce() {
+    QFETCH(int, key);
+    bench_->startWith(kRm5);
+    auto& button = bench_->control("CommandDectPPVerReq");
+    button.setFocus();
+    QTest::keyPress(bench_->window().windowHandle(), static_cast<Qt::Key>(key));
+    for (int i = 0; i < 5; ++i) {
+        QKeyEvent again(QEvent::KeyPress, key, Qt::NoModifier, "\r", true);
+        QApplication::sendEvent(&button, &again);
+    }
+    QTest::keyRelease(bench_->window().windowHandle(), static_cast<Qt::Key>(key));
+    QCOMPARE(bench_->wire.lines(), QStringList("! 0108"));
+    press(static_cast<Qt::Key>(key));
+    QCOMPARE(bench_->wire.lines(), QStringList({"! 0108", "! 0108"}));
 }
 
 void TestAccessKeys::disabledButtonsStaySo_data() {

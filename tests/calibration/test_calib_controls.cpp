@@ -250,6 +250,16 @@ void TestCalibControls::framesByModule() {
             met = met->parentWidget();
         QVERIFY(met);
         QCOMPARE(met->objectName(), QString(kirk ? "FrameKirk" : "FrameRm5"));
+        // By the keyboard neither.
+        const QWidget& other = part(dialog, kirk ? "FrameRm5" : "FrameKirk");
+        QVERIFY(!other.isVisible());
+        QStringList reached;
+        for (int i = 0; i < 20; ++i) {
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
+            reached << dialog.focusWidget()->objectName();
+            QVERIFY2(!other.isAncestorOf(dialog.focusWidget()), qPrintable(reached.last()));
+        }
+        QVERIFY(reached.contains(kirk ? "SliderMid" : "SliderFreqAccr"));
         cancel(dialog);
     });
 }

@@ -204,6 +204,7 @@ void TestNumberText::strict_data() {
     QTest::newRow("digit") << QByteArray("3") << 3.0;
     QTest::newRow("leading zeros") << QByteArray("0012") << 12.0;
     QTest::newRow("blanks around") << QByteArray("  1 ") << 1.0;
+    QTest::newRow("other blanks around") << QByteArray("\t\r\n5\n\r\t") << 5.0;
     QTest::newRow("availability field") << QByteArray("1 ") << 1.0;
     QTest::newRow("negative") << QByteArray("-4") << -4.0;
     QTest::newRow("plus") << QByteArray("+4") << 4.0;

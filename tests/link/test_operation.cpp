@@ -11,6 +11,7 @@ using namespace quorvex;
 
 namespace {
 
+constexpr int kMost = 32;
 constexpr const char* kEnter = "! 0309E803";
 constexpr const char* kLeave = "! 03090000";
 const QString kRefused =
@@ -257,7 +258,7 @@ void TestOperation::portInUse() {
 
 void TestOperation::refused() {
     std::deque<std::optional<Operation>> operations;
-    for (int i = 0; i < Operation::kMostAtOnce; ++i)
+    for (int i = 0; i < kMost; ++i)
         operations.emplace_back(std::in_place, at_->link);
     QCOMPARE(at_->journal.take(), QStringList());
     for (int i = 0; i < 2; ++i) {
@@ -271,7 +272,7 @@ void TestOperation::refused() {
 
 void TestOperation::refusedWithoutRoomForAll() {
     std::deque<Operation> operations;
-    for (int i = 0; i < Operation::kMostAtOnce - 2; ++i)
+    for (int i = 0; i < kMost - 2; ++i)
         operations.emplace_back(at_->link);
     QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link, {}, 3));
     QCOMPARE(at_->journal.take(), QStringList(kRefused));
@@ -283,7 +284,7 @@ void TestOperation::refusedWithoutRoomForAll() {
 void TestOperation::refusedLeavesNoTrace() {
     {
         std::deque<Operation> operations;
-        for (int i = 0; i < Operation::kMostAtOnce; ++i)
+        for (int i = 0; i < kMost; ++i)
             operations.emplace_back(at_->link);
         at_->journal.take();
         QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link));
