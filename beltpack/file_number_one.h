@@ -28,10 +28,11 @@ public:
     /// for longer than any setting, only the beginning is returned. Throws RuntimeFault when nothing is
     /// left or the file cannot be read.
     std::string readItem();
-    /// Writes `text` and carriage return, line feed.
+    /// Writes `text` and carriage return, line feed, at once. Throws RuntimeFault when that fails.
     void writeLine(std::string_view text);
 
-    /// Puts everything written on the disk and closes. Throws RuntimeFault when that fails; still open then.
+    /// Throws RuntimeFault when the system tells only now that it could not keep what was written; closed all
+    /// the same.
     void close();
 
 private:
@@ -42,7 +43,6 @@ private:
     std::string takeUntil(std::string_view ends);
 
     std::FILE* file_ = nullptr;
-    bool writing_ = false;
 };
 
 }  // namespace quorvex

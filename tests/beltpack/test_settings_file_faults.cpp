@@ -1,7 +1,9 @@
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <QElapsedTimer>
 #include <QTest>
+#include <filesystem>
 
 #include "link/runtime_fault.h"
 #include "tests/beltpack/file_bench.h"
@@ -11,6 +13,20 @@
 #include "tests/support/without_privileges.h"
 
 namespace quorvex {
+
+namespace {
+
+/// The descriptor by which this program has a file open.
+int descriptorOf(const QString& path) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;  // as that of the folder itself
+        if (std::filesystem::read_symlink(entry, gone) == path.toStdString())
+            return std::stoi(entry.path().filename());
+    }
+    return -1;
+}
+
+}  // namespace
 
 /// Files that cannot be read or written. A fault in the middle leaves the file open, and nothing can be
 /// loaded or saved from then on.
@@ -25,6 +41,8 @@ private Q_SLOTS:
     void noRights();
     void emptyFile();
     void unreadable();
+    void breaksOffWhileRead();
+    void failsToClose();
     void faultWhileShowing();
     void diskFull();
     void diskFillsUp_data();
@@ -143,6 +161,38 @@ void TestSettingsFileFaults::unreadable() {
     FileBench bench;
     QCOMPARE(bench.load("/proc/self/mem"), kNotLoaded);
     expectStaysOpen(bench);
+}
+
+// The end of what can be read is not the end of the file.
+void TestSettingsFileFaults::breaksOffWhileRead() {
+    FileBench bench;
+    const QString path = bench.make(QByteArray("0123456789\r\n").repeated(10'000));
+    FileNumberOne file;
+    file.openForInput(path.toStdString());
+    QCOMPARE(shown(file.readItem()), "0123456789");
+    const int writeOnly = ::open("/dev/null", O_WRONLY);
+    QVERIFY(::dup2(writeOnly, descriptorOf(path)) >= 0);
+    ::close(writeOnly);
+    int items = 1;
+    const auto readOn = [&] {
+        for (; !file.atEnd(); ++items)
+            file.readItem();
+    };
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, readOn());
+    QVERIFY(items < 10'000);
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, file.openForInput(path.toStdString()));  // still open
+}
+
+// A network disk may tell as late as that.
+void TestSettingsFileFaults::failsToClose() {
+    FileBench bench;
+    const QString path = bench.make(kWholeFile);
+    bench.neighbours.onShowSystemId = [&] { QCOMPARE(::close(descriptorOf(path)), 0); };
+    QStringList happened = bench.load(path);
+    QCOMPARE(happened.mid(happened.size() - 2), kNotLoaded);
+    QVERIFY(!happened.contains(kLoaded));
+    bench.neighbours.onShowSystemId = {};
+    expectIsClosed(bench);
 }
 
 void TestSettingsFileFaults::faultWhileShowing() {
