@@ -64,15 +64,23 @@ public:
     void pullAfterReads(int characters) { readsLeft_ = characters; }
     /// The operator picks the port again, in the way of onPicked.
     void pickAgainIn(Tick ms);
+    void standStill(Tick ms) { loop_.standStill(ms); }
+    /// The same a moment later, so that it happens in a wait.
+    void standStillSoon(Tick ms) {
+        loop_.at(loop_.now() + 1, [this, ms] { loop_.standStill(ms); });
+    }
     void onPicked(std::function<void()> handler) { onPicked_ = std::move(handler); }
     /// `pattern` over and over at once, instead of all that the unit sends; at each character read a
     /// millisecond passes.
     void jabber(const std::string& pattern, Tick lastsMs);
 
     const std::vector<std::string>& lines() const { return lines_; }
-    int replies() const { return replies_; }
+    int replies() const { return static_cast<int>(repliedAt_.size()); }
+    /// When the unit replied, by the index of the reply.
+    const std::vector<Tick>& repliedAt() const { return repliedAt_; }
     /// What the unit sent by itself, as it sent it.
     const std::vector<std::string>& streamed() const { return streamed_; }
+    const std::vector<Tick>& streamedAt() const { return streamedAt_; }
     /// Whether the cable was pulled at any time since the plan was made, or the port closed before.
     bool wasLost() const { return wasLost_; }
 
@@ -94,7 +102,7 @@ private:
     std::uint32_t jabbers_ = 0;
     std::optional<int> readsLeft_;
     std::vector<std::string> lines_, streamed_;
-    int replies_ = 0;
+    std::vector<Tick> repliedAt_, streamedAt_;
     std::optional<Tick> struckAt_, nextLineAt_;
     std::function<void()> onPicked_;
 };

@@ -72,7 +72,7 @@ void TestTraces::replayed() {
     const QByteArray trace = file.readAll();
     std::istringstream text(trace.toStdString());
     sim::Replay replay(text);
-    Workshop original(tested.unit), shop(tested.unit, &replay);
+    Workshop original(tested.unit), shop(tested.unit, 0, &replay);
     replay.opened(shop.loop.ticks());
     traceOf(tested, original);
     QCOMPARE(traceOf(tested, shop).split('\n'), trace.split('\n'));

@@ -34,7 +34,7 @@ public:
     using Values = std::vector<std::pair<std::string, std::string>>;
 
     /// `insteadOfUnit`: at the other end of the line in place of the unit, where not null.
-    explicit Workshop(UnitKind kind, sim::LineEnd* insteadOfUnit = nullptr);
+    explicit Workshop(UnitKind kind, Tick startTick = 0, sim::LineEnd* insteadOfUnit = nullptr);
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
 
