@@ -64,12 +64,12 @@ public:
     void pullAfterReads(int characters) { readsLeft_ = characters; }
     /// The operator picks the port again, in the way of onPicked.
     void pickAgainIn(Tick ms);
+    void onPicked(std::function<void()> handler) { onPicked_ = std::move(handler); }
+    /// For that long nobody does anything; from now on, or from a moment later, which falls into a wait.
     void standStill(Tick ms) { loop_.standStill(ms); }
-    /// The same a moment later, so that it happens in a wait.
     void standStillSoon(Tick ms) {
         loop_.at(loop_.now() + 1, [this, ms] { loop_.standStill(ms); });
     }
-    void onPicked(std::function<void()> handler) { onPicked_ = std::move(handler); }
     /// `pattern` over and over at once, instead of all that the unit sends; at each character read a
     /// millisecond passes.
     void jabber(const std::string& pattern, Tick lastsMs);
