@@ -84,6 +84,7 @@ private Q_SLOTS:
     void fieldsHoldTheirText();
     void hexadecimalIsFixedPitch_data();
     void hexadecimalIsFixedPitch();
+    void hexadecimalFieldsGoByTheirDigits();
     void controlsSayWhatTheyAre_data() { pagesAndModules(); }
     void controlsSayWhatTheyAre();
     void columnsEndOnOneLine_data() { modules(); }
@@ -364,6 +365,16 @@ void TestLayout::hexadecimalIsFixedPitch() {
     const QFontMetrics face(bench_->control(field).font());
     QCOMPARE(face.horizontalAdvance('1'), face.horizontalAdvance('D'));
     QCOMPARE(face.horizontalAdvance('*'), face.horizontalAdvance('D'));
+}
+
+void TestLayout::hexadecimalFieldsGoByTheirDigits() {
+    bench_->start();
+    const auto& one = bench_->control("TextFps");
+    const int digit = one.fontMetrics().horizontalAdvance('0');
+    for (const auto& [field, digits] :
+         {std::pair{"TextEic", 4}, {"TextFpn", 4}, {"TextParkB", 10}, {"TextPli", 10}, {"TextRfCarrs", 10}})
+        QCOMPARE(bench_->control(field).width() - one.width(), (digits - 1) * digit);
+    QVERIFY(one.width() < 4 * digit);
 }
 
 // What a screen reader is told: the field's label, the label's own text, the button's caption.
