@@ -68,7 +68,6 @@ void OneItemListWidget::fitRows() {
     const QSize row(viewport()->width(), viewport()->height());
     for (int i = 0; i < count(); ++i)
         item(i)->setSizeHint(row);
-    executeDelayedItemsLayout();
 }
 
 void OneItemListWidget::resizeEvent(QResizeEvent* event) {
