@@ -75,6 +75,7 @@ private Q_SLOTS:
     void anyNameIsOpened();
     void proposedAsItStands_data();
     void proposedAsItStands();
+    void goesOnInTheLastFolder();
     void savedFileIsFoundAgain_data();
     void savedFileIsFoundAgain();
     void loads();
@@ -105,6 +106,7 @@ void TestFileDialogs::initTestCase() {
 void TestFileDialogs::init() {
     for (const QString& name : files())
         QVERIFY(QFile::remove(pathOf(name)));
+    QFileDialog().setDirectory(folder_.path());  // the toolkit remembers one, from test to test
     renew(bench_);
     bench_->startWith(kRm5);
 }
@@ -313,6 +315,23 @@ void TestFileDialogs::proposedAsItStands() {
     bench_->click("CommandSave");
     QCOMPARE(bench_->journal.take(), QStringList{kSaveEntry});
     QCOMPARE(folder, folder_.path());
+}
+
+void TestFileDialogs::goesOnInTheLastFolder() {
+    read();
+    const QTemporaryDir other;
+    bench_->person.plan([&](QDialog& dialog) { answer(dialog, other.filePath("unit.bpc")); });
+    bench_->click("CommandSave");
+    QCOMPARE(bench_->status(), kSaved);
+    for (const char* button : {"CommandSave", "CommandRead"}) {
+        QString folder;
+        bench_->person.plan([&](QDialog& dialog) {
+            folder = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
+            cancel(dialog);
+        });
+        bench_->click(button);
+        QCOMPARE(folder, other.path());
+    }
 }
 
 // The dialog adds no extension, so a file may well have none: "All Files" must show it.
