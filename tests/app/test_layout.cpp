@@ -85,6 +85,7 @@ private Q_SLOTS:
     void hexadecimalIsFixedPitch_data();
     void hexadecimalIsFixedPitch();
     void hexadecimalFieldsGoByTheirDigits();
+    void buttonsBesideFieldsAreAlike();
     void controlsSayWhatTheyAre_data() { pagesAndModules(); }
     void controlsSayWhatTheyAre();
     void columnsEndOnOneLine_data() { modules(); }
@@ -375,6 +376,14 @@ void TestLayout::hexadecimalFieldsGoByTheirDigits() {
          {std::pair{"TextEic", 4}, {"TextFpn", 4}, {"TextParkB", 10}, {"TextPli", 10}, {"TextRfCarrs", 10}})
         QCOMPARE(bench_->control(field).width() - one.width(), (digits - 1) * digit);
     QVERIFY(one.width() < 4 * digit);
+}
+
+void TestLayout::buttonsBesideFieldsAreAlike() {
+    bench_->start();
+    const QWidget& first = bench_->control("CommandSetBpId");
+    for (const char* button : {"CmdUpdatePli", "CmdSetRfCarrs"})
+        QCOMPARE(bench_->control(button).size(), first.size());
+    QCOMPARE(first.width(), first.sizeHint().width());
 }
 
 // What a screen reader is told: the field's label, the label's own text, the button's caption.

@@ -44,6 +44,7 @@ private Q_SLOTS:
     void keepsInTheDropDown();
     void hoverTexts();
     void hoverTextsComeAfterIt();
+    void hoverTextsComeOnce();
     void preselects_data();
     void preselects();
     void preselectsNothingForZero();
@@ -141,6 +142,19 @@ void TestPortDialog::hoverTextsComeAfterIt() {
             QTRY_VERIFY(!hoverTextsOf(dialog).contains(QString()));
     }
     QCoreApplication::processEvents();
+}
+
+// Not at each time that the dialog is painted.
+void TestPortDialog::hoverTextsComeOnce() {
+    bench_->person.plan([&](QDialog& dialog) {
+        QTRY_VERIFY(!hoverTextsOf(dialog).contains(QString()));
+        portsOf(dialog).setItemData(0, "stays", Qt::ToolTipRole);
+        dialog.grab();
+        QCoreApplication::processEvents();
+        QCOMPARE(hoverTextsOf(dialog).first(), "stays");
+        press(dialog, "CmdCancel");
+    });
+    bench_->clickMenu("mnuComPort");
 }
 
 void TestPortDialog::preselects_data() {
