@@ -19,7 +19,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kRuns = 100;
+constexpr int kCalibrations = 100;
 constexpr int kBudgetMs = 40'000;
 constexpr int kTickMs = 20;
 constexpr int kRecordEveryMs = 10;
@@ -106,7 +106,7 @@ void TestCalibStormWindow::storm() {
     QtEventLoop loop;
     QElapsedTimer clock;
     clock.start();
-    for (int run = 0; run < kRuns; ++run) {
+    for (int run = 0; run < kCalibrations; ++run) {
         const bool kirk = run % 4 != 3;
         const int target = run % 10 == 0 ? 0 : 1 + run % 2;  // a Kirk Beltpack's end takes a second
         const bool pulls = run % 5 == 4;
@@ -147,7 +147,7 @@ void TestCalibStormWindow::storm() {
         port.close();
     }
     setProgramEnd({});
-    qInfo("%d runs in %lld ms", kRuns, clock.elapsed());
+    qInfo("%d runs in %lld ms", kCalibrations, clock.elapsed());
     QVERIFY(clock.elapsed() < kBudgetMs);
 }
 
