@@ -20,6 +20,8 @@ constexpr int kLabelHeightTwips = 255;
 constexpr QSize kDialogTwips{4815, 4500};
 
 // In twips.
+constexpr QRect kPlot{4920, 240, 3600, 4095};
+constexpr int kPlotRight = kPlot.x() + kPlot.width() + 120;
 constexpr QRect kMeter{240, 1080, 4095, 375};
 
 /// What a window manager has in the bar of a title besides it.
@@ -156,7 +158,7 @@ void FormCalib::fitSize() {
     QFont title = QApplication::font();
     title.setBold(true);
     const int forTitle = QFontMetrics(title).horizontalAdvance(windowTitle()) + pixels(kTitleBarTwips);
-    const int forControls = pixels(kDialogTwips.width());
+    const int forControls = pixels(plot_ ? kPlotRight : kDialogTwips.width());
     setFixedSize(std::max(forTitle, forControls), pixels(kDialogTwips.height()));
 }
 
@@ -194,6 +196,10 @@ void FormCalib::unload() {
 void FormCalib::showKirkFrame(bool shown) {
     frameKirk_->setVisible(shown);
     frameRm5_->setVisible(!shown);  // it lies beneath the other one
+    if (!shown)
+        return;
+    plot_ = new ReadingsPlot(this);
+    plot_->setGeometry(pixels(kPlot));
 }
 
 }  // namespace quorvex

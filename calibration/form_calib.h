@@ -10,6 +10,7 @@
 #include "calibration/calib_run.h"
 #include "calibration/calib_tuning.h"
 #include "calibration/labelled_slider.h"
+#include "calibration/readings_plot.h"
 #include "form/field_edit.h"
 #include "form/qt_controls.h"
 #include "link/qt_text.h"
@@ -44,6 +45,7 @@ private:
     void showRssi(const std::string& text) override { labelRssi_->setText(fromLatin1(text)); }
     void showDcBalance(const std::string& text) override { labelDcBal_->setText(fromLatin1(text)); }
     void setDcSlider(int position) override { sliderDcBalance_->setValue(position); }
+    void plot(const Reading& reading) override { plot_->add(reading); }
 
     QGroupBox* frame(const char* name, const char* caption, QRect twips);
     QLabel* label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips);
@@ -75,6 +77,7 @@ private:
     FieldEdit* textRssiThr_;
     LineEditField rssiThreshold_;
     QTimer* timer1_;
+    ReadingsPlot* plot_ = nullptr;  ///< only a Kirk streams
     CalibTuning tuning_;
 };
 
