@@ -13,6 +13,7 @@
 #include "calibration/form_calib.h"
 #include "form/guard.h"
 #include "form/message_box.h"
+#include "icons/program_icon.h"
 #include "link/device_facts.h"
 #include "link/port_device.h"
 #include "link/qt_text.h"
@@ -58,6 +59,7 @@ FrmMain::FrmMain(Machine machine)
       calibRun_(link_, rfModule_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
     setWindowTitle(fromLatin1(kProgramTitle));
+    setWindowIcon(programIcon());
     buildMenus();
     beltpackPage_->connectTo(rfModule_, calibRun_);
     antennaPage_->connectTo(rfModule_, calibRun_);

@@ -19,7 +19,7 @@ QRect pixels(const QRect& twips) {
 }
 
 int widthForTitle(const QString& title) {
-    constexpr int kButtons = 1800;  ///< twips: three of them, and an icon
+    constexpr int kButtons = 2100;  ///< twips: three of them, and an icon
     QFont face = QApplication::font();
     face.setBold(true);
     return QFontMetrics(face).horizontalAdvance(title) + pixels(kButtons);

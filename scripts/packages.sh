@@ -6,6 +6,7 @@
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
 VIRTUAL_DISPLAY_PACKAGES=(xvfb)
 WAYLAND_PACKAGES=(qt6-wayland)
+ICON_PACKAGES=(librsvg2-bin)
 LINT_PACKAGES=(git clang-format clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 COVERAGE_PACKAGES=(gcovr python3)

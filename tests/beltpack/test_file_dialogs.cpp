@@ -322,7 +322,7 @@ void TestFileDialogs::goesOnInTheLastFolder() {
     const QTemporaryDir other;
     bench_->person.plan([&](QDialog& dialog) { answer(dialog, other.filePath("unit.bpc")); });
     bench_->click("CommandSave");
-    QCOMPARE(bench_->status(), kSaved);
+    QCOMPARE(bench_->status(), kFileSaved);
     for (const char* button : {"CommandSave", "CommandRead"}) {
         QString folder;
         bench_->person.plan([&](QDialog& dialog) {

@@ -102,6 +102,7 @@ private:
     void showRssi(const std::string& /*text*/) override {}
     void showDcBalance(const std::string& /*text*/) override {}
     void setDcSlider(int /*position*/) override {}
+    void plot(const Reading& /*reading*/) override {}
 
     FakeLoop& loop_;
     std::shared_ptr<VirtualDialog*> self_ = std::make_shared<VirtualDialog*>(this);

@@ -469,7 +469,7 @@ void TestSerialPort::closedBehindALoss() {
     if (again) {
         terminal_ = std::make_unique<PseudoTerminal>();
         QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
-        port_->open(kPort);
+        port_->open(kSerialPort);
     }
     QCoreApplication::processEvents();
     QCOMPARE(lost, 0);
