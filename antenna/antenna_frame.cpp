@@ -17,6 +17,7 @@ AntennaFrame::AntennaFrame(QWidget* parent)
     commandRdSettingsAA_->standOut();
     commandRdSettingsAA_->setLeading(true);
     setFocusProxy(commandRdSettingsAA_);
+    commandSetTbr6_->setMinimumWidth(commandSetTbr6_->sizeHint().width() + 2 * pixels(grid::kGap));
 
     auto* column = new QVBoxLayout(this);
     column->setContentsMargins({});
