@@ -56,6 +56,7 @@ void TestIcon::inDialogs() {
         dialog.reject();
     });
     bench.clickMenu(opens);
+    QVERIFY(!icon.isNull());
     QCOMPARE(icon.cacheKey(), bench.window().windowIcon().cacheKey());
 }
 
@@ -68,6 +69,7 @@ void TestIcon::inTheAboutBox() {
         QCOMPARE(box.icon(), QMessageBox::Information);  // in the box itself, as ever
     });
     bench.clickMenu("mnuAbout");
+    QVERIFY(!icon.isNull());
     QCOMPARE(icon.cacheKey(), bench.window().windowIcon().cacheKey());
 }
 
