@@ -60,8 +60,11 @@ void AntennaRead::readAll(Operation& operation) {
 }
 
 void AntennaRead::detectModule(Operation& operation) {
-    const std::int16_t detected = answersAsKirk(operation) ? RadioModule::kKirk : RadioModule::kRm5;
-    if (detected != module_.type() && !operation.isOver())
+    const bool kirk = answersAsKirk(operation);
+    if (operation.isOver() || (!kirk && !operation.isLatest()))
+        return;  // nothing was learned: another operation, too, may have dropped the reply
+    const std::int16_t detected = kirk ? RadioModule::kKirk : RadioModule::kRm5;
+    if (detected != module_.type())
         module_.change(detected);
 }
 

@@ -68,9 +68,10 @@ bool BeltpackRead::readAll(std::string& systemIdProblem) {
 
 void BeltpackRead::detectRfModule(Operation& operation) {
     // Only an RM5 answers just so; everything else, silence too, is taken for a Kirk.
-    const bool rm5 = operation.exchange("# 0139", kDetectReplyLength) == "# 01BF";
-    if (operation.isOver())
-        return;  // nothing was learned
+    const std::string reply = operation.exchange("# 0139", kDetectReplyLength);
+    if (operation.isOver() || (reply == kError && !operation.isLatest()))
+        return;  // nothing was learned: another operation, too, may have dropped the reply
+    const bool rm5 = reply == "# 01BF";
     if (rm5 && module_.type() == RadioModule::kKirk)
         module_.change(RadioModule::kRm5);
     else if (!rm5 && module_.type() == RadioModule::kRm5)

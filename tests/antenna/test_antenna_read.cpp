@@ -56,6 +56,7 @@ private Q_SLOTS:
     void showsFrequency();
     void detects_data();
     void detects();
+    void probeDropped();
     void probeTime_data();
     void probeTime();
     void typeIsChosenMeanwhile_data();
@@ -201,6 +202,20 @@ void TestAntennaRead::detects() {
     QCOMPARE(at.journal.entriesOf("module type"), QStringList(QString("module type becomes %1").arg(kind)));
     QCOMPARE(at.journal.entries().last(), "hourglass down");
     QCOMPARE(at.port.sentLines().contains("# 0109"), kind == 1);
+}
+
+// Silence means an RM5 only where nobody else has sent anything meanwhile.
+void TestAntennaRead::probeDropped() {
+    AntennaBench bench(1);
+    bench.connectKirk();
+    bench.answer("# 0107", "");
+    bench.loop.at(500, [&] {
+        bench.answer("# 0107", "# 028701");
+        Operation(bench.link).exchange("! 0107", 8);
+    });
+    bench.run(false);
+    QCOMPARE(bench.journal.entriesOf("module type"), QStringList());
+    QCOMPARE(shown(bench.a.rx.text()), "1");
 }
 
 void TestAntennaRead::probeTime_data() {

@@ -19,6 +19,7 @@ private Q_SLOTS:
     void secondReadInsideTheFirst_data();
     void secondReadInsideTheFirst();
     void failedReadInsideAnother();
+    void replyAboutTheModuleDropped();
     void readInsideTheVersionRequest();
     void failedReadInsideALateWait_data();
     void failedReadInsideALateWait();
@@ -78,6 +79,17 @@ void TestReadNested::failedReadInsideAnother() {
     QVERIFY(!bench.console.isHourglassUp());
     QCOMPARE(shown(bench.image[0].value.str()), "          ");
     QCOMPARE(bench.beltpackId.text(), std::string());
+}
+
+// Silence means a Kirk only where nobody else has sent anything meanwhile.
+void TestReadNested::replyAboutTheModuleDropped() {
+    BeltpackBench bench;
+    bench.connectRm5();
+    bench.silence("# 0139");
+    bench.loop.at(500, [&] { Operation(bench.link).exchange("# 0102", 8); });
+    bench.read.CommandRdSettingsBp_Click();
+    QCOMPARE(bench.journal.entriesOf("module type"), QStringList());
+    QCOMPARE(bench.journal.entries().last(), kSuccess);
 }
 
 void TestReadNested::readInsideTheVersionRequest() {
