@@ -1,10 +1,8 @@
-#include <QDialogButtonBox>
 #include <QFile>
-#include <QLineEdit>
-#include <QPushButton>
 #include <QRegularExpression>
 #include <QTemporaryDir>
 
+#include "tests/app/file_deeds.h"
 #include "tests/support/image_view.h"
 #include "tests/support/keys.h"
 #include "tests/support/port_deeds.h"
@@ -24,16 +22,6 @@ const QString kNotReadBack = failureEntry("Value could not read back from Beltpa
 const QString kNotSaved = failureEntry("Error writing Beltpack settings to file!");
 const QString kLoad = dialogEntry("CommonDialog1", "Open File");
 const QString kSave = dialogEntry("CommonDialog1", "Save settings...");
-
-/// The values of a file, none of them one of the simulated unit.
-const QStringList kFileValues{"0044355555", "2A", "100BEEF700", "31", "02", "01", "02",
-                              "07",         "08", "09",         "0B", "0C", "0D", "03FE0A0B0C",
-                              "0E",         "02", "0F",         "11", "12", "13", "01"};
-
-void takeFile(QDialog& dialog, const QString& path, QDialogButtonBox::StandardButton button) {
-    dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
-    hand::click(*dialog.findChild<QDialogButtonBox*>("buttonBox")->button(button));
-}
 
 QByteArray contentOf(const QString& path) {
     QFile file(path);
@@ -71,24 +59,18 @@ private:
     void verifyFile();
 
     QTemporaryDir folder_;
-    QString file_;
+    std::unique_ptr<OtherFile> file_;
     std::optional<TalkingBeltpack> unit_;
     std::unique_ptr<Bench> bench_;
 };
 
 void TestImageReplaced::init() {
     renew(bench_);
-    file_ = folder_.filePath("other.bpc");
-    QFile file(file_);
-    QVERIFY(file.open(QIODevice::WriteOnly));
-    file.write("K4700\r\n");
-    for (const QString& value : kFileValues)
-        file.write(value.toLatin1().leftJustified(10) + "\r\n");
+    file_ = std::make_unique<OtherFile>();
 }
 
 void TestImageReplaced::load() {
-    bench_->person.plan([this](QDialog& dialog) { takeFile(dialog, file_, QDialogButtonBox::Open); });
-    bench_->click("CommandRead");
+    loadFile(*bench_, file_->path());
 }
 
 QByteArray TestImageReplaced::saved(const QString& name) {
@@ -120,14 +102,7 @@ void TestImageReplaced::replaceDuring(const QString& line, const QString& reply,
 
 /// The image and the window are the file's, whole.
 void TestImageReplaced::verifyFile() {
-    const auto image = imageOf(*bench_);
-    for (qsizetype i = 0; i < kFileValues.size(); ++i) {
-        const QString number = QString("%1").arg(i + 1, 2, 16, QChar('0')).toUpper();
-        QCOMPARE(image.at(number), kFileValues[i].leftJustified(10));
-    }
-    QCOMPARE(bench_->text("TextBeltpackId"), QString::number(0x55555));
-    QCOMPARE(bench_->text("TextParkB"), "100BEEF700");
-    QCOMPARE(bench_->text("TextRfCarrs"), "03FE0A0B0C");
+    verifyIsOtherFile(*bench_);
     for (const char* field : {"TextFMDev", "TextFreqAccr", "TextFreqAccrRx", "TextFreqAccrTx"})
         QCOMPARE(bench_->text(field), "");
 }
@@ -168,7 +143,7 @@ void TestImageReplaced::fileInAnInnerRead() {
     QCOMPARE(bench_->journal.take(), QStringList({kLoad, kNoResponse, kNoResponse}));
     QCOMPARE(bench_->wire.lines().size(), 14);
     verifyFile();
-    QCOMPARE(saved("copy.bpc"), contentOf(file_));  // nothing fills the image any more
+    QCOMPARE(saved("copy.bpc"), contentOf(file_->path()));  // nothing fills the image any more
 }
 
 void TestImageReplaced::inAWrite_data() {
@@ -303,7 +278,9 @@ void TestImageReplaced::writeInARead() {
 void TestImageReplaced::saveInARead() {
     bench_->startWith(kRm5);
     bench_->click("CommandRdSettingsBp");
-    const QByteArray before = contentOf(file_);
+    const QString path = folder_.filePath("other.bpc");
+    QVERIFY(QFile::copy(file_->path(), path));
+    const QByteArray before = contentOf(path);
     bench_->person.beforeOk([](QMessageBox& box) {
         if (auto* yes = box.button(QMessageBox::Yes))  // the file may be replaced
             hand::click(*yes);
@@ -321,7 +298,7 @@ void TestImageReplaced::saveInARead() {
     QVERIFY2(happened[1].startsWith("box warning"), qPrintable(happened[1]));
     QCOMPARE(happened.last(), kNotSaved);
     QCOMPARE(inner, "black: Error while writing file.");
-    QCOMPARE(contentOf(file_), before);
+    QCOMPARE(contentOf(path), before);
     QCOMPARE(bench_->status(), kReadDone);
     QVERIFY(saved("new.bpc").startsWith("K4700\r\n0044303039\r\n"));
 }

@@ -1,10 +1,9 @@
 #include "tests/faults/cell.h"
 
 #include <algorithm>
-#include <exception>
-#include <memory>
 
 #include "link/number_text.h"
+#include "tests/faults/trial.h"
 
 namespace quorvex {
 
@@ -15,8 +14,6 @@ using Promise = TestedFault::Promise;
 using Tick = FakeLoop::Tick;
 
 constexpr Tick kReplyLimitMs = 2'000, kAntennaLimitMs = 12'000;
-constexpr Tick kLongestPauseMs = 25;
-constexpr Tick kForeverMs = 900'000;
 constexpr Tick kSettleMs = 70'000;  ///< longer than any fault lasts
 // What a run may take: a constant and, for each reply, the longest that a reader bears.
 constexpr Tick kBaseMs = 60'000, kPerReplyMs = 2'500, kPerAntennaReplyMs = 32'500;
@@ -46,12 +43,6 @@ QString told(const Journal& journal) {
     return folded(words.join(' '));
 }
 
-bool isMissing(const std::string& value) {
-    const std::string_view text = trimmedRight(value);
-    return text.empty() || text == "N/A" || text == "Unavailable" || text == "nothing" ||
-           text.ends_with("not available");
-}
-
 QString became(const Workshop::Values& now, const Workshop::Values& before, const Workshop::Values& after) {
     int done = 0, kept = 0, missing = 0, wrong = 0;
     for (std::size_t i = 0; i < now.size(); ++i) {
@@ -77,72 +68,6 @@ Outcome outcomeOf(const Workshop& shop, const TestedOperation& operation, const 
     if (operation.kind == TestedOperation::Kind::display)
         return {told(shop.journal), QString::fromStdString(now.back().second) + " shown"};
     return {told(shop.journal), became(now, before, after)};
-}
-
-/// Lets `ms` pass with nobody at the window.
-void pass(Workshop& shop, Tick ms) {
-    const Tick end = shop.loop.now() + ms;
-    while (shop.loop.now() < end) {
-        shop.port.waiting();
-        shop.loop.runUntil(end);
-    }
-}
-
-void begin(Workshop& shop, const TestedOperation& operation, FaultyPort::Plan plan) {
-    shop.prepare();
-    operation.fill(shop);
-    shop.port.plan(std::move(plan));
-}
-
-struct Watch {
-    bool ended = false, stuck = false;
-};
-
-/// How a run came to an end.
-struct End {
-    QString thrown;        ///< the fault that came out; empty for none
-    bool isStuck = false;  ///< no end until the cable was pulled
-};
-
-End run(Workshop& shop, const TestedOperation& operation) {
-    const auto watch = std::make_shared<Watch>();
-    shop.loop.at(shop.loop.now() + kForeverMs, [&shop, watch] {
-        watch->stuck = !watch->ended;
-        if (watch->stuck)
-            shop.port.pull();
-    });
-    try {
-        operation.run(shop);
-    } catch (const std::exception& fault) {
-        watch->ended = true;
-        return {fault.what(), watch->stuck};
-    }
-    watch->ended = true;
-    return {{}, watch->stuck};
-}
-
-/// Whether the program has sent the unit out of calibration mode since it sent it in.
-bool hasLeft(const FaultyPort& port) {
-    const auto last = std::find_if(port.lines().rbegin(), port.lines().rend(), [](const std::string& line) {
-        return line.starts_with("! 0308") || line.starts_with("! 0309");
-    });
-    return last == port.lines().rend() || last->ends_with("0000");
-}
-
-/// What must hold at the end of every run, with or without a fault.
-QStringList leftBehind(const Workshop& shop) {
-    QStringList complaints;
-    if (shop.console.isHourglassUp())
-        complaints << "the hourglass is up";
-    if (shop.link.isBusy())
-        complaints << "an operation is under way";
-    if (shop.dialogsOpen() != 0)
-        complaints << "a dialog is open";
-    if (!shop.port.wasLost() && !hasLeft(shop.port))
-        complaints << "the unit was left in calibration mode";
-    if (shop.loop.longestPause() > kLongestPauseMs)
-        complaints << QString("the window waited for %1 ms").arg(shop.loop.longestPause());
-    return complaints;
 }
 
 /// The values that are neither the one before nor the one after a clean run.
@@ -178,28 +103,6 @@ QStringList againstPromise(const Cell& cell, const Outcome& outcome, const QStri
     if (promise == Promise::noMixture && success && !isProbe && outcome.became.contains("wrong"))
         return {"a mixture is told as a success: " + outcome.text() + ": " + wrong};
     return {};
-}
-
-/// What is wrong with the same operation afterwards, on the port opened again if need be.
-QStringList afterwards(Workshop& shop, const CleanRun& clean) {
-    pass(shop, kSettleMs);
-    if (!shop.port.isOpen())
-        shop.portChoice.open(1);
-    if (clean.operation().kind == TestedOperation::Kind::display) {
-        begin(shop, clean.operation(), {});
-        clean.operation().run(shop);  // what nobody took meanwhile is taken
-    }
-    begin(shop, clean.operation(), {});
-    const End end = run(shop, clean.operation());
-    if (end.isStuck || !end.thrown.isEmpty())
-        return {"afterwards no end, or thrown: " + end.thrown};
-    QStringList complaints = leftBehind(shop);
-    const Outcome outcome = outcomeOf(shop, clean.operation(), clean.before(), clean.after());
-    if (outcome != clean.outcome())
-        complaints << "afterwards " + outcome.text();
-    if (shop.port.lines() != clean.lines())
-        complaints << "afterwards other lines";
-    return complaints;
 }
 
 }  // namespace
@@ -252,6 +155,27 @@ Tick CleanRun::longestMs() const {
     const bool antenna =
         operation_->unit == UnitKind::antennaRm5 || operation_->unit == UnitKind::antennaKirk;
     return kBaseMs + (count(Place::reply) + 1) * (antenna ? kPerAntennaReplyMs : kPerReplyMs);
+}
+
+QStringList afterwards(Workshop& shop, const CleanRun& clean) {
+    pass(shop, kSettleMs);
+    if (!shop.port.isAt(shop.unit()))
+        shop.portChoice.open(1);
+    if (clean.operation().kind == TestedOperation::Kind::display) {
+        begin(shop, clean.operation(), {});
+        clean.operation().run(shop);  // what nobody took meanwhile is taken
+    }
+    begin(shop, clean.operation(), {});
+    const QString problem = run(shop, clean.operation()).problem();
+    if (!problem.isEmpty())
+        return {"afterwards " + problem};
+    QStringList complaints = leftBehind(shop);
+    const Outcome outcome = outcomeOf(shop, clean.operation(), clean.before(), clean.after());
+    if (outcome != clean.outcome())
+        complaints << "afterwards " + outcome.text();
+    if (shop.port.lines() != clean.lines())
+        complaints << "afterwards other lines";
+    return complaints;
 }
 
 CellResult runCell(const Cell& cell) {

@@ -65,6 +65,8 @@ struct CellResult {
     FakeLoop::Tick tookMs = 0;
 };
 
+/// What is wrong with the same operation afterwards, on COM1, opened again if need be.
+QStringList afterwards(Workshop& shop, const CleanRun& clean);
 /// Runs the operation with the fault, then once more without it.
 CellResult runCell(const Cell& cell);
 

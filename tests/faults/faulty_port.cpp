@@ -10,8 +10,18 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 }  // namespace
 
-FaultyPort::FaultyPort(sim::LineEnd& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
-    loop.addSource([&unit] { return unit.nextEventMs(); });
+FaultyPort::FaultyPort(sim::LineEnd& unit, FakeLoop& loop) : unit_(&unit), loop_(loop) {
+    plugIn(1, unit);
+    loop.addSource([this] { return unit_->nextEventMs(); });
+}
+
+void FaultyPort::plugIn(int number, sim::LineEnd& unit) {
+    units_[number] = &unit;
+}
+
+std::string FaultyPort::holdBack() {
+    fetch();
+    return std::exchange(received_, {});
 }
 
 void FaultyPort::plan(Plan plan) {
@@ -76,6 +86,7 @@ void FaultyPort::flush() {
 
 void FaultyPort::lineSent(const std::string& line) {
     fetch();
+    sayWhatIsLate();
     if (struckAt_ && !nextLineAt_)
         nextLineAt_ = loop_.now();
     lines_.push_back(line);
@@ -84,8 +95,8 @@ void FaultyPort::lineSent(const std::string& line) {
         strike({line, {}, {}}, index);
         return;
     }
-    unit_.receive(line + std::string(kLineEnd), loop_.now());
-    std::string reply = unit_.take(loop_.now());
+    unit_->receive(line + std::string(kLineEnd), loop_.now());
+    std::string reply = unit_->take(loop_.now());
     if (reply.empty())
         return;
     repliedAt_.push_back(loop_.now());
@@ -99,7 +110,7 @@ void FaultyPort::lineSent(const std::string& line) {
 }
 
 void FaultyPort::fetch() {
-    std::string bytes = unit_.take(loop_.now());
+    std::string bytes = unit_->take(loop_.now());
     if (bytes.empty())
         return;
     streamed_.push_back(bytes);
@@ -144,6 +155,7 @@ void FaultyPort::close() {
     received_.clear();
     written_.clear();
     line_.clear();
+    late_.clear();
     jabber_.clear();
     readsLeft_.reset();
 }
@@ -161,8 +173,9 @@ void FaultyPort::jabber(const std::string& pattern, Tick lastsMs) {
     });
 }
 
-void FaultyPort::openDevice(int /*number*/) {
-    static_cast<void>(unit_.take(loop_.now()));
+void FaultyPort::openDevice(int number) {
+    unit_ = units_.at(number);
+    static_cast<void>(unit_->take(loop_.now()));
     received_.clear();
     isOpen_ = true;
 }

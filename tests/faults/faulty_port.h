@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <map>
 #include <optional>
 #include <string>
 #include <utility>
@@ -40,7 +41,7 @@ public:
         std::function<Tick(int)> limitMs;  ///< of the replies, counted alike
     };
 
-    /// Open from the start. The unit and the loop must outlive it.
+    /// Open from the start, as COM1. The unit and the loop must outlive it.
     FaultyPort(sim::LineEnd& unit, FakeLoop& loop);
 
     void close() override;
@@ -56,6 +57,17 @@ public:
     bool hasStruck() const { return struckAt_.has_value(); }
     /// Time from the first strike to the next line of the program, or to now where none followed.
     Tick waitAfterStrike() const;
+
+    /// The unit that the program meets when it opens COM`number`. It must outlive the port.
+    void plugIn(int number, sim::LineEnd& unit);
+    bool isAt(const sim::LineEnd& unit) const { return isOpen_ && unit_ == &unit; }
+
+    /// Takes away what has arrived and was not read, as if it were still to come.
+    std::string holdBack();
+    /// Comes as the program sends its next line, in front of the reply to that.
+    void sayWithNextLine(const std::string& bytes) { late_ += bytes; }
+    /// What was to come with a line that was never sent.
+    void sayWhatIsLate() { say(std::exchange(late_, {})); }
 
     // What a strike may do.
     void say(const std::string& bytes, Tick afterMs = 0);
@@ -92,12 +104,13 @@ private:
     bool strikesAt(Place place, int index) const;
     void strike(Struck struck, int index);
 
-    sim::LineEnd& unit_;
+    std::map<int, sim::LineEnd*> units_;
+    sim::LineEnd* unit_;  ///< at the port that is open, or was last
     FakeLoop& loop_;
     Plan plan_;
     bool isOpen_ = true;
     bool wasLost_ = false;
-    std::string written_, line_, received_, jabber_;
+    std::string written_, line_, received_, late_, jabber_;
     std::size_t jabbered_ = 0;
     std::uint32_t jabbers_ = 0;
     std::optional<int> readsLeft_;

@@ -73,7 +73,7 @@ void TestTraces::replayed() {
     std::istringstream text(trace.toStdString());
     sim::Replay replay(text);
     Workshop original(tested.unit), shop(tested.unit, 0, &replay);
-    replay.opened(shop.loop.ticks());
+    replay.opened(shop.loop.now());
     traceOf(tested, original);
     QCOMPARE(traceOf(tested, shop).split('\n'), trace.split('\n'));
     QCOMPARE(shop.journal.entries(), original.journal.entries());

@@ -2,6 +2,7 @@
 
 #include <sstream>
 
+#include "link/held.h"
 #include "link/number_text.h"
 #include "simulator/active_antenna.h"
 #include "simulator/beltpack.h"
@@ -12,7 +13,7 @@ namespace quorvex {
 namespace {
 
 constexpr FakeLoop::Tick kTickMs = 250;
-constexpr int kPort = 1;
+constexpr int kPort = 1, kOtherPort = 2;
 constexpr int kFrameMs = 500;
 
 std::unique_ptr<sim::Unit> makeUnit(UnitKind kind) {
@@ -29,6 +30,15 @@ std::unique_ptr<sim::Unit> makeUnit(UnitKind kind) {
     return std::make_unique<sim::ActiveAntenna>(sim::RfModule::kKirk);
 }
 
+/// The last digit of each value becomes its neighbour.
+std::string withOtherValues(std::string dump) {
+    for (std::size_t end = dump.find('\n'); end != std::string::npos; end = dump.find('\n', end + 1)) {
+        char& last = dump[end - 1];
+        last = HexPad(static_cast<std::int32_t>(hexValue({&last, 1}) ^ 1U), 1).front();
+    }
+    return dump;
+}
+
 }  // namespace
 
 /// A dialog in which the planned deeds are done, and which counts itself.
@@ -40,7 +50,8 @@ struct Workshop::Counted : VirtualDialog {
     }
     ~Counted() override { --shop_.dialogsOpen_; }
     void showModally() override {
-        for (const Deed& deed : shop_.deeds) {
+        const Held shown(shop_.dialogsShown_, shop_.dialogsShown_ + 1);
+        for (const Deed& deed : deeds_) {
             shop_.loop.at(shop_.loop.now() + deed.atMs, [weak = handleForLater(), what = deed.what] {
                 if (const auto self = weak.lock())
                     (*self)->handle([&] { what(**self); });
@@ -49,13 +60,17 @@ struct Workshop::Counted : VirtualDialog {
         VirtualDialog::showModally();
     }
     Workshop& shop_;
+    std::vector<Deed> deeds_ = shop_.deeds;  ///< another calibration may plan its own meanwhile
 };
 
 Workshop::Workshop(UnitKind kind, Tick startTick, sim::LineEnd* insteadOfUnit)
     : unit_(makeUnit(kind)),
+      other_(makeUnit(kind)),
       unitAtStart_(unit_->dump()),
+      otherAtStart_(withOtherValues(unitAtStart_)),
       loop(startTick),
       port(insteadOfUnit != nullptr ? *insteadOfUnit : *unit_, loop) {
+    port.plugIn(kOtherPort, *other_);
     port.onPicked([this] { portChoice.open(kPort); });
     prepare();
 }
@@ -64,20 +79,26 @@ std::unique_ptr<CalibDialog> Workshop::createDialog(CalResult& result) {
     return std::make_unique<Counted>(*this, result);
 }
 
-void Workshop::resetUnit() {
-    std::istringstream lines(unitAtStart_);
+void Workshop::reset(sim::Unit& unit, const std::string& dump) {
+    std::istringstream lines(dump);
     for (std::string line; std::getline(lines, line);)
-        unit_->setValue(static_cast<int>(hexValue(line.substr(0, 2))), line.substr(3));
-    if (dynamic_cast<sim::ActiveAntenna*>(unit_.get()) == nullptr)
+        unit.setValue(static_cast<int>(hexValue(line.substr(0, 2))), line.substr(3));
+    if (dynamic_cast<sim::ActiveAntenna*>(&unit) == nullptr)
         return;
     for (const auto& [a, b] : {std::pair{0x01, 0x02}, {0x05, 0x06}, {0x07, 0x08}, {0x09, 0x0A}}) {
-        if (unit_->holds(a))
-            unit_->setValue(b, unit_->value(a));
+        if (unit.holds(a))
+            unit.setValue(b, unit.value(a));
     }
 }
 
+void Workshop::loadFile(const QString& path) {
+    fileDialog.choice = {0, "", path.toStdString()};
+    settingsFile.CommandRead_Click();
+}
+
 void Workshop::prepare() {
-    resetUnit();
+    reset(*unit_, unitAtStart_);
+    reset(*other_, otherAtStart_);
     store.put(kRfModuleKey, unit_->module() == sim::RfModule::kKirk ? "1" : "0");
     rfModule.load();
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
@@ -91,6 +112,7 @@ void Workshop::prepare() {
           &moduleA.freq, &moduleA.rx, &moduleA.tx,  &moduleB.fm,    &moduleB.freq, &moduleB.rx,  &moduleB.tx})
         field->type("1");
     window.front = nullptr;
+    window.painted.clear();
     journal.take();
     traced.clear();
 }

@@ -9,6 +9,7 @@
 #include "antenna/antenna_read.h"
 #include "beltpack/beltpack_read.h"
 #include "beltpack/production_values.h"
+#include "beltpack/settings_file.h"
 #include "calibration/rf_module.h"
 #include "identity/dect_version.h"
 #include "identity/pli_update.h"
@@ -18,6 +19,7 @@
 #include "link/port_choice.h"
 #include "link/trace_port.h"
 #include "simulator/unit.h"
+#include "tests/beltpack/file_bench.h"
 #include "tests/calibration/virtual_dialog.h"
 #include "tests/faults/faulty_port.h"
 #include "tests/rscreen/screen_bench.h"
@@ -26,8 +28,9 @@ namespace quorvex {
 
 enum class UnitKind { beltpackRm5, beltpackKirk, antennaRm5, antennaKirk };
 
-/// The core of the whole program, and one unit on a line on which things may go wrong.
-class Workshop : private BeltpackReadNeighbours, private CalibNeighbours {
+/// The core of the whole program, and one unit on a line on which things may go wrong. Another unit of the
+/// same kind, with other values throughout, is at COM2.
+class Workshop : private BeltpackReadNeighbours, private SettingsFileNeighbours, private CalibNeighbours {
 public:
     using Tick = FakeLoop::Tick;
     /// A value by its name: of the image, of a field, of the unit.
@@ -54,8 +57,13 @@ public:
     /// Looks at the display for that long, by a timer that ticks every 250 ms. Then a box is opened.
     void watchDisplay(Tick lastsMs);
 
+    void loadFile(const QString& path);
+
     const sim::Unit& unit() const { return *unit_; }
+    const sim::Unit& otherUnit() const { return *other_; }
     int dialogsOpen() const { return dialogsOpen_; }
+    /// Whether a calibration dialog is shown, so that nothing of the window behind it can be clicked.
+    bool isBlocked() const { return dialogsShown_ > 0; }
 
 private:
     struct Counted;
@@ -64,7 +72,7 @@ private:
     void requestDectVersion(Operation& operation) override { beltpackVersion.request(operation); }
     void enableSettingsButtons() override {}
     std::unique_ptr<CalibDialog> createDialog(CalResult& result) override;
-    void resetUnit();
+    static void reset(sim::Unit& unit, const std::string& dump);
     void addFieldValues(Values& values) const;
     std::string pictureShown() const;
     void tickIn(Tick ms);
@@ -82,10 +90,11 @@ private:
         CalibrationFields all() { return {fm, freq, rx, tx}; }
     };
 
-    std::unique_ptr<sim::Unit> unit_;
-    std::string unitAtStart_;
+    std::unique_ptr<sim::Unit> unit_, other_;
+    std::string unitAtStart_, otherAtStart_;
     IgnoredFrame frame_;
     int dialogsOpen_ = 0;
+    int dialogsShown_ = 0;
     bool isWatching_ = false;
 
 public:
@@ -117,6 +126,8 @@ public:
         link, image, rfModule, editors, {beltpackId, rfCarriers, pli, beltpack.all(), threshold}, *this};
     BeltpackWrite write{link, image};
     ProductionValues production{link, image, write};
+    FakeFileDialog fileDialog{journal};
+    SettingsFile settingsFile{link, image, fileDialog, {beltpackId, rfCarriers, beltpack.all()}, *this};
     PsnUpdate psnUpdate{link, image, beltpackId};
     PliUpdate pliUpdate{link, image, pli};
     RfCarriersUpdate carriersUpdate{link, image, rfCarriers};

@@ -41,7 +41,8 @@ void FakeLoop::runUntil(Tick until) {
     if (turnsAtThisTick_ > kMostTurnsAtOneTick)
         throw std::logic_error("a wait spins without end");
 
-    if (!runDue() && until > now_) {
+    const bool isDone = onTurn_ && onTurn_();
+    if (!isDone && !runDue() && until > now_) {
         now_ = std::max(now_, std::min(nextTick(), until));
         turnEndedAt_ = now_;  // what runs now may let the window in again
         runDue();

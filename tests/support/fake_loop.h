@@ -5,6 +5,7 @@
 #include <limits>
 #include <map>
 #include <optional>
+#include <utility>
 #include <vector>
 
 #include "link/event_loop.h"
@@ -40,6 +41,9 @@ public:
         now_ += ms;
         turnEndedAt_ += ms;
     }
+    /// `something` is called at the beginning of each turn, inside the others too; true when it did anything,
+    /// so that whoever waits looks at once.
+    void onTurn(std::function<bool()> something) { onTurn_ = std::move(something); }
     /// Asks `nextTick` when something that was not scheduled here happens next.
     void addSource(std::function<std::optional<Tick>()> nextTick) { sources_.push_back(std::move(nextTick)); }
 
@@ -55,6 +59,7 @@ private:
     Tick now_;
     std::multimap<Tick, std::function<void()>> scheduled_;  // those of one tick in the order of scheduling
     std::vector<std::function<std::optional<Tick>()>> sources_;
+    std::function<bool()> onTurn_;
     int turns_ = 0;
     int turnsAtThisTick_ = 0;
     Tick lastTurnTick_ = std::numeric_limits<Tick>::min();
