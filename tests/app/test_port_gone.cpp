@@ -1,6 +1,6 @@
 #include <QRegularExpression>
 
-#include "simulator/active_antenna.h"
+#include "tests/app/deals.h"
 #include "tests/support/image_view.h"
 #include "tests/support/keys.h"
 #include "tests/support/port_deeds.h"
@@ -10,185 +10,10 @@ namespace quorvex {
 
 namespace {
 
-using Fill = std::pair<const char*, const char*>;
-
-/// One button that talks to a unit.
-struct Deal {
-    const char* name;
-    bool isAntenna;
-    sim::RfModule module;
-    const char* button;
-    std::vector<Fill> fills;  ///< fields and what is typed into them before
-    bool readFirst;
-    QString box;      ///< of the failure; empty for none
-    QString failure;  ///< where it ends: the status line, or the version
-    QString success;
-    const char* version;  ///< the field that tells the outcome; null: the status line does
-};
-
-const QString kBoxNotReadBack = "Value could not read back from Beltpack!";
 const QString kNoBeltpack = "black: Error communicating with Beltpack.";
-const QString kBoxNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
-const QString kReadDone = "green: Settings read from Beltpack successfully.";
-const QString kBoxNotWritten =
-    "Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.";
+const QString kNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
+const QString kRead = "green: Settings read from Beltpack successfully.";
 const QString kWritten = "green: Settings written to Beltpack successfully!";
-const QString kNoAntenna = "No Response from Active Antenna!";
-const QString kAntennaFailed = "black: Error communicating with Active Antenna.";
-
-const std::vector<Deal>& deals() {
-    static const std::vector<Deal> all{
-        {"read, RM5",
-         false,
-         kRm5,
-         "CommandRdSettingsBp",
-         {},
-         false,
-         kBoxNoResponse,
-         kNoBeltpack,
-         kReadDone,
-         nullptr},
-        {"read, Kirk",
-         false,
-         kKirk,
-         "CommandRdSettingsBp",
-         {},
-         false,
-         kBoxNoResponse,
-         kNoBeltpack,
-         kReadDone,
-         nullptr},
-        {"write", false, kRm5, "CommandWrite", {}, true, kBoxNotWritten, kNoBeltpack, kWritten, nullptr},
-        {"production values",
-         false,
-         kRm5,
-         "buttonSetProdSettiings",
-         {},
-         true,
-         kBoxNotWritten,
-         kNoBeltpack,
-         kWritten,
-         nullptr},
-        {"PSN",
-         false,
-         kRm5,
-         "CommandSetBpId",
-         {{"TextBeltpackId", "77777"}},
-         false,
-         kBoxNotReadBack,
-         "black: Beltpack's PSN could not be updated.",
-         "black: Beltpack's PSN updated successfully.",
-         nullptr},
-        {"System ID",
-         false,
-         kRm5,
-         "CommandSetSysID",
-         {{"TextParkB", "1123456A00"}},
-         false,
-         kBoxNotReadBack,
-         "black: Beltpack's System Id could not be updated.",
-         "black: Beltpack's System Id updated succesfully.",
-         nullptr},
-        // Every reply passes then.
-        {"System ID, incomplete",
-         false,
-         kRm5,
-         "CommandSetSysID",
-         {{"TextParkB", "1123456"}},
-         false,
-         kBoxNotReadBack,
-         "black: Beltpack's System Id could not be updated.",
-         "black: Beltpack's System Id updated succesfully.",
-         nullptr},
-        {"PLI",
-         false,
-         kRm5,
-         "CmdUpdatePli",
-         {{"TextPli", "27"}},
-         false,
-         kBoxNotReadBack,
-         "black: Beltpack's PLI could not be updated.",
-         "black: Beltpack's PLI updated successfully.",
-         nullptr},
-        {"carriers",
-         false,
-         kRm5,
-         "CmdSetRfCarrs",
-         {{"TextRfCarrs", "03FE0A0B0C"}},
-         false,
-         kBoxNotReadBack,
-         "black: Beltpack's RF Carrier mask could not be updated.",
-         "black: Beltpack's RF Carrier Mask updated successfully.",
-         nullptr},
-        {"version of a Beltpack",
-         false,
-         kRm5,
-         "CommandDectPPVerReq",
-         {},
-         false,
-         "",
-         "Unavailable",
-         "4.07",
-         "TextDectVerBP"},
-        {"version of an antenna",
-         true,
-         kRm5,
-         "CommandDectVerReq",
-         {},
-         false,
-         "",
-         "Unavailable",
-         "4.07",
-         "TextDectVer"},
-        {"antenna, RM5",
-         true,
-         kRm5,
-         "CommandRdSettingsAA",
-         {},
-         false,
-         kNoAntenna,
-         kAntennaFailed,
-         "black: Settings read from Active Antenna",
-         nullptr},
-        {"antenna, Kirk",
-         true,
-         kKirk,
-         "CommandRdSettingsAA",
-         {},
-         false,
-         kNoAntenna,
-         kAntennaFailed,
-         "black: Settings read from Active Antenna",
-         nullptr},
-        {"TBR6, RM5",
-         true,
-         kRm5,
-         "CommandSetTbr6",
-         {},
-         false,
-         kNoAntenna,
-         kAntennaFailed,
-         "black: Active Antenna is in TBR6 Mode",
-         nullptr},
-        {"TBR6, Kirk",
-         true,
-         kKirk,
-         "CommandSetTbr6",
-         {},
-         false,
-         kNoAntenna,
-         kAntennaFailed,
-         "black: Active Antenna is in TBR6 Mode",
-         nullptr},
-    };
-    return all;
-}
-
-std::unique_ptr<sim::Unit> unitFor(const Deal& deal) {
-    if (deal.isAntenna)
-        return std::make_unique<sim::ActiveAntenna>(deal.module);
-    return std::make_unique<sim::Beltpack>(deal.module);
-}
 
 }  // namespace
 
@@ -320,16 +145,15 @@ void TestPortGone::anotherBeltpackInTheWaitForAMissingValue() {
         bench_->wire.forgetLines();
     });
     press(read);
-    QCOMPARE(bench_->journal.take(),
-             QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close", "open 2",
-                          "store ComPort=2", failureEntry(kBoxNoResponse)}));
+    QCOMPARE(bench_->journal.take(), QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close",
+                                                  "open 2", "store ComPort=2", failureEntry(kNoResponse)}));
     QCOMPARE(bench_->status(), kNoBeltpack);
     QCOMPARE(bench_->wire.lines(), QStringList());
     QVERIFY(!bench_->control("CommandWrite").isEnabled());
 
     press(read);
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kReadDone);
+    QCOMPARE(bench_->status(), kRead);
     QCOMPARE(bench_->text("TextBeltpackId"), "77777");
     const auto image = imageOf(*bench_);
     QCOMPARE(image.at("01"), "0044312FD1");
