@@ -9,7 +9,7 @@ namespace quorvex {
 namespace {
 
 const QString kOverflow = failureEntry("Run-time error '6':\r\n\r\nOverflow");
-const QString kRead = failureEntry("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.");
+const QString kReadSteps = failureEntry("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.");
 const QString kWrite =
     failureEntry("Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.");
 const QString kAntennaRead = failureEntry("No Response from Active Antenna!");
@@ -45,11 +45,11 @@ void TestHourglass::afterAFaultInAWait_data() {
     QTest::newRow("read") << bp << "CommandRdSettingsBp"
                           << ""
                           << ""
-                          << "# 0107" << QStringList(kRead);
+                          << "# 0107" << QStringList(kReadSteps);
     QTest::newRow("version in it") << bp << "CommandRdSettingsBp"
                                    << ""
                                    << ""
-                                   << "! 0108" << QStringList(kRead);
+                                   << "! 0108" << QStringList(kReadSteps);
     QTest::newRow("write") << bp << "CommandWrite"
                            << ""
                            << ""

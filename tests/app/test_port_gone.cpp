@@ -11,7 +11,7 @@ namespace quorvex {
 namespace {
 
 const QString kNoBeltpack = "black: Error communicating with Beltpack.";
-const QString kNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
+const QString kBoxNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
 const QString kRead = "green: Settings read from Beltpack successfully.";
 const QString kWritten = "green: Settings written to Beltpack successfully!";
 
@@ -145,8 +145,9 @@ void TestPortGone::anotherBeltpackInTheWaitForAMissingValue() {
         bench_->wire.forgetLines();
     });
     press(read);
-    QCOMPARE(bench_->journal.take(), QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close",
-                                                  "open 2", "store ComPort=2", failureEntry(kNoResponse)}));
+    QCOMPARE(bench_->journal.take(),
+             QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close", "open 2",
+                          "store ComPort=2", failureEntry(kBoxNoResponse)}));
     QCOMPARE(bench_->status(), kNoBeltpack);
     QCOMPARE(bench_->wire.lines(), QStringList());
     QVERIFY(!bench_->control("CommandWrite").isEnabled());

@@ -51,7 +51,8 @@ void TestPortLabel::statesDifferWithoutColour() {
             for (int x = 0; x < picture.width(); ++x)
                 covered += picture.pixel(x, y) == ground ? 0 : 1;
         }
-        QVERIFY2(covered >= before + kMore, qPrintable(QStringLiteral("%1 after %2").arg(covered).arg(before)));
+        QVERIFY2(covered >= before + kMore,
+                 qPrintable(QStringLiteral("%1 after %2").arg(covered).arg(before)));
         before = covered;
     }
 }

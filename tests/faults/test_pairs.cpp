@@ -7,7 +7,7 @@ using namespace quorvex;
 
 namespace {
 
-constexpr qsizetype kMostComplaintsShown = 12;
+constexpr qsizetype kMostShown = 12;
 
 /// The read of that unit.
 const TestedOperation& readOf(UnitKind unit) {
@@ -53,7 +53,7 @@ void TestPairs::cells() {
     qInfo("%d cells", cells);
     QVERIFY2(complaints.isEmpty(),
              qPrintable(QString("%1 complaints\n").arg(complaints.size()) +
-                        complaints.first(qMin(kMostComplaintsShown, complaints.size())).join('\n')));
+                        complaints.first(qMin(kMostShown, complaints.size())).join('\n')));
 }
 
 QUORVEX_TEST(TestPairs, quorvex::NoApplication)
