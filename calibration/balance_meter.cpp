@@ -1,6 +1,5 @@
 #include "calibration/balance_meter.h"
 
-#include <QEvent>
 #include <QPainter>
 #include <cstdlib>
 

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <QEvent>
+
 #include "calibration/ticked_slider.h"
 
 namespace quorvex {

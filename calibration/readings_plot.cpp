@@ -6,6 +6,7 @@
 #include <QPainterPath>
 #include <algorithm>
 
+#include "form/accessible.h"
 #include "form/lengths.h"
 
 namespace quorvex {
@@ -41,6 +42,7 @@ QColor faint(QColor colour, float strength) {
 
 ReadingsPlot::ReadingsPlot(QWidget* parent) : QWidget(parent) {
     setMouseTracking(true);
+    setAccessibleRole(this, QAccessible::Graphic);
     setAccessibleName(QStringLiteral("RSSI and DC balance over the last minute"));
 }
 
