@@ -68,7 +68,7 @@ bool BeltpackRead::readAll(std::string& systemIdProblem) {
 
 void BeltpackRead::detectRfModule(Operation& operation) {
     // Only an RM5 answers just so; everything else, silence too, is taken for a Kirk.
-    const bool rm5 = operation.exchange("# 0139", kDetectReplyLength) == "# 01BF";
+    const bool rm5 = isRefusal(operation.exchange("# 0139", kDetectReplyLength));
     if (operation.isOver())
         return;  // nothing was learned
     if (rm5 && module_.type() == RadioModule::kKirk)
