@@ -89,7 +89,7 @@ void BeltpackRead::readParameters(Operation& operation) {
             throw RuntimeFault::noReply();
         } else if (isAlone()) {  // a read in this wait has found out whether the unit has it
             parameter.available = "0";
-            parameter.value = "N/A";
+            parameter.value = kNotAvailable;
             // The name is shown as the field holds it, its trailing blanks too.
             link_.status("Option " + parameter.name.str() + "unavailable!", kRed);
         }
