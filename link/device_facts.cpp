@@ -4,10 +4,14 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QThread>
 #include <algorithm>
+#include <chrono>
 
 #ifdef Q_OS_LINUX
 #include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
 #endif
 
 namespace quorvex {
@@ -17,6 +21,20 @@ namespace quorvex {
 std::optional<bool> isHungUp(qintptr handle) {
     pollfd state{static_cast<int>(handle), 0, 0};
     return poll(&state, 1, 0) == 1 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+void letLeave(qintptr handle) {
+    using std::chrono::milliseconds;
+    constexpr milliseconds kMost{1000};
+    constexpr milliseconds kTurn{1};
+    const int descriptor = static_cast<int>(handle);
+    int left = 0;
+    for (milliseconds waited{0}; ioctl(descriptor, TIOCOUTQ, &left) == 0 && left > 0; waited += kTurn) {
+        if (waited >= kMost || isHungUp(handle).value_or(false))
+            return;
+        QThread::msleep(static_cast<unsigned long>(kTurn.count()));
+    }
+    tcdrain(descriptor);  // what the chip itself still holds
 }
 
 bool isAbsentUart(const QString& name) {
@@ -106,6 +124,8 @@ QString DeviceUsers::otherUserOf(const QString& path) {
 std::optional<bool> isHungUp(qintptr) {
     return std::nullopt;
 }
+
+void letLeave(qintptr) {}
 
 bool isAbsentUart(const QString&) {
     return false;

@@ -3,11 +3,11 @@
 #include <QApplication>
 #include <QBuffer>
 #include <QGridLayout>
-#include <QSaveFile>
 #include <chrono>
 
 #include "form/guard.h"
 #include "form/make.h"
+#include "link/whole_file.h"
 
 namespace quorvex {
 
@@ -71,20 +71,8 @@ std::string RScreenFrame::savePicture(const std::string& path) {
     QBuffer bitmap;
     bitmap.open(QIODevice::WriteOnly);
     picture_->image().save(&bitmap, "BMP");
-    QSaveFile file(name);
-    file.setDirectWriteFallback(true);  // a folder may forbid new files and yet hold one that may be written
-    // Only a file that took every byte replaces the one of its name.
-    const bool opened = file.open(QIODevice::WriteOnly);
-    if (opened && file.write(bitmap.data()) == bitmap.size() && file.flush() &&
-        file.size() == bitmap.size() && file.commit())
-        return {};
-    // The toolkit has no words for a file that ends too early.
-    const bool endsTooEarly = file.error() == QFileDevice::NoError || file.error() == QFileDevice::WriteError;
-    const QString problem = opened && endsTooEarly
-                                ? QStringLiteral("The disk did not take the whole picture; it may be full.")
-                                : file.errorString();
-    file.cancelWriting();
-    return (name + QStringLiteral("\r\n") + problem).toStdString();
+    const QString problem = replaceFile(name, bitmap.data(), QStringLiteral("picture"));
+    return problem.isEmpty() ? std::string() : (name + QStringLiteral("\r\n") + problem).toStdString();
 }
 
 }  // namespace quorvex
