@@ -1,3 +1,4 @@
+#include "tool/beltpack_commands.h"
 #include "tool/command.h"
 #include "tool/file_commands.h"
 #include "tool/ports_command.h"
@@ -17,6 +18,62 @@ Command ports() {
             {},
             nullptr,
             listPorts};
+}
+
+Command read() {
+    return {"read",
+            "[FILE.bpc]",
+            0,
+            1,
+            "read a Beltpack, show what it holds and save it",
+            "Values are as the unit sent them, two hexadecimal digits a byte.\n"
+            "N/A: the unit does not have the parameter. FILE.bpc is replaced whole or not at all.\n",
+            "--port COM1 read found.bpc",
+            {},
+            prepareRead,
+            nullptr};
+}
+
+Command write() {
+    return {"write",
+            "FILE.bpc",
+            1,
+            1,
+            "write a file's settings to a Beltpack and verify them",
+            "Reads the unit first, writes what the unit has, reads it again and lists what has changed.\n"
+            "PSN and System Id stay the unit's own unless --with-identity is given.\n"
+            "Exit status 1: something reads back otherwise than it was written.\n",
+            "--port COM1 write workshop.bpc --dry-run",
+            {{"--with-identity", "", "write the file's PSN and System Id, too"},
+             {"--dry-run", "", "only show what would change"}},
+            prepareWrite,
+            nullptr};
+}
+
+Command verify() {
+    return {"verify",
+            "FILE.bpc",
+            1,
+            1,
+            "compare a Beltpack with a file",
+            "Names every parameter that differs. Exit status 1: there is one.\n",
+            "--port COM1 verify workshop.bpc --without-identity",
+            {{"--without-identity", "", "leave PSN and System Id out"}},
+            prepareVerify,
+            nullptr};
+}
+
+Command productionValues() {
+    return {"production-values",
+            "",
+            0,
+            0,
+            "give a Beltpack the factory values of its hardware revision",
+            "Reads the unit first, writes and verifies, sets the production flag, reads the unit again.\n",
+            "--port COM1 production-values",
+            {},
+            prepareProductionValues,
+            nullptr};
 }
 
 Command show() {
@@ -53,7 +110,8 @@ Command diff() {
 }  // namespace
 
 const std::vector<Command>& commandTable() {
-    static const std::vector<Command> table{ports(), show(), check(), diff()};
+    static const std::vector<Command> table{ports(), read(),  write(), verify(), productionValues(),
+                                            show(),  check(), diff()};
     return table;
 }
 
