@@ -2,6 +2,7 @@
 #include "tool/command.h"
 #include "tool/file_commands.h"
 #include "tool/ports_command.h"
+#include "tool/set_command.h"
 
 namespace quorvex::tool {
 
@@ -63,6 +64,23 @@ Command verify() {
             nullptr};
 }
 
+Command set() {
+    return {
+        "set",
+        "psn|system-id|pli|rf-carriers VALUE",
+        2,
+        2,
+        "give a Beltpack one value and read it back",
+        "  psn          decimal number, 0 to 1048575\n"
+        "  system-id    PARK B, 10 hexadecimal digits\n"
+        "  pli          2 hexadecimal digits: 1F all antennas of a matrix, 12 all matrices, 27 one antenna\n"
+        "  rf-carriers  10 hexadecimal digits\n",
+        "--port COM1 set psn 100001",
+        {},
+        prepareSet,
+        nullptr};
+}
+
 Command productionValues() {
     return {"production-values",
             "",
@@ -110,7 +128,7 @@ Command diff() {
 }  // namespace
 
 const std::vector<Command>& commandTable() {
-    static const std::vector<Command> table{ports(), read(),  write(), verify(), productionValues(),
+    static const std::vector<Command> table{ports(), read(),  write(), verify(), set(), productionValues(),
                                             show(),  check(), diff()};
     return table;
 }
