@@ -1,8 +1,10 @@
+#include "tool/antenna_command.h"
 #include "tool/beltpack_commands.h"
 #include "tool/command.h"
 #include "tool/file_commands.h"
 #include "tool/ports_command.h"
 #include "tool/set_command.h"
+#include "tool/version_command.h"
 
 namespace quorvex::tool {
 
@@ -94,6 +96,32 @@ Command productionValues() {
             nullptr};
 }
 
+Command version() {
+    return {"version",
+            "beltpack|antenna",
+            1,
+            1,
+            "ask a unit for its DECT version",
+            "",
+            "--port COM1 version beltpack",
+            {},
+            prepareVersion,
+            nullptr};
+}
+
+Command antenna() {
+    return {"antenna",
+            "",
+            0,
+            0,
+            "read the calibration values of an Active Antenna",
+            "",
+            "--port COM2 antenna",
+            {{"--tbr6", "", "put it into TBR6 mode afterwards"}},
+            prepareAntenna,
+            nullptr};
+}
+
 Command show() {
     return {"show", "FILE.bpc",          1,  1,       "show what is in a settings file",
             "",     "show workshop.bpc", {}, nullptr, showFile};
@@ -128,8 +156,9 @@ Command diff() {
 }  // namespace
 
 const std::vector<Command>& commandTable() {
-    static const std::vector<Command> table{ports(), read(),  write(), verify(), set(), productionValues(),
-                                            show(),  check(), diff()};
+    static const std::vector<Command> table{
+        ports(),   read(),    write(), verify(), set(), productionValues(),
+        version(), antenna(), show(),  check(),  diff()};
     return table;
 }
 
