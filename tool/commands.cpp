@@ -3,6 +3,7 @@
 #include "tool/command.h"
 #include "tool/file_commands.h"
 #include "tool/ports_command.h"
+#include "tool/screen_command.h"
 #include "tool/set_command.h"
 #include "tool/version_command.h"
 
@@ -122,6 +123,19 @@ Command antenna() {
             nullptr};
 }
 
+Command screen() {
+    return {"screen",
+            "FILE.bmp",
+            1,
+            1,
+            "save what a Beltpack's display shows",
+            "With --frames the pictures are FILE0.bmp, FILE1.bmp and so on.\n",
+            "--port COM1 screen display.bmp",
+            {{"--frames", "N", "save N pictures, 1 to 255"}},
+            prepareScreen,
+            nullptr};
+}
+
 Command show() {
     return {"show", "FILE.bpc",          1,  1,       "show what is in a settings file",
             "",     "show workshop.bpc", {}, nullptr, showFile};
@@ -157,8 +171,8 @@ Command diff() {
 
 const std::vector<Command>& commandTable() {
     static const std::vector<Command> table{
-        ports(),   read(),    write(), verify(), set(), productionValues(),
-        version(), antenna(), show(),  check(),  diff()};
+        ports(),   read(),    write(),  verify(), set(),   productionValues(),
+        version(), antenna(), screen(), show(),   check(), diff()};
     return table;
 }
 
