@@ -3,6 +3,7 @@
 #include <QVBoxLayout>
 
 #include "antenna/antenna_read.h"
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
@@ -13,15 +14,28 @@ AntennaFrame::AntennaFrame(QWidget* parent)
                                       "Read Active Antenna's Configuration settings.")),
       commandSetTbr6_(makeButton(this, "CommandSetTbr6", "&Read Settings and Set TBR6 mode",
                                  "Read Active Antenna's Configuration settings and set TBR6 mode.")) {
+    commandRdSettingsAA_->standOut();
+    commandRdSettingsAA_->setLeading(true);
+    setFocusProxy(commandRdSettingsAA_);
+    commandSetTbr6_->setMinimumWidth(commandSetTbr6_->sizeHint().width() + 2 * pixels(grid::kGap));
+
     auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
+    column->setContentsMargins({});
+    column->setSpacing(pixels(grid::kGap));
     column->addWidget(commandRdSettingsAA_);
     column->addWidget(commandSetTbr6_);
 }
 
 void AntennaFrame::connectTo(AntennaRead& read) {
-    onClick(commandRdSettingsAA_, [&read] { read.CommandRdSettingsAA_Click(); });
-    onClick(commandSetTbr6_, [&read] { read.CommandSetTbr6_Click(); });
+    // Once something has been read, no button leads any more.
+    onClick(commandRdSettingsAA_, [this, &read] {
+        if (read.CommandRdSettingsAA_Click())
+            commandRdSettingsAA_->setLeading(false);
+    });
+    onClick(commandSetTbr6_, [this, &read] {
+        if (read.CommandSetTbr6_Click())
+            commandRdSettingsAA_->setLeading(false);
+    });
 }
 
 }  // namespace quorvex

@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QPushButton>
 #include <QWidget>
+
+#include "form/button.h"
 
 namespace quorvex {
 
@@ -15,7 +16,7 @@ public:
     void connectTo(AntennaRead& read);
 
 private:
-    QPushButton *commandRdSettingsAA_, *commandSetTbr6_;
+    Button *commandRdSettingsAA_, *commandSetTbr6_;
 };
 
 }  // namespace quorvex

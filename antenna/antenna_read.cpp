@@ -29,7 +29,7 @@ AntennaRead::AntennaRead(CommandLink& link, RadioModule& module, CalibrationFiel
                          CalibrationFields fieldsB)
     : link_(link), module_(module), fieldsA_(fieldsA), fieldsB_(fieldsB) {}
 
-void AntennaRead::ReadActiveAntennaSettings(bool setTbr6) {
+bool AntennaRead::ReadActiveAntennaSettings(bool setTbr6) {
     try {
         Operation operation(link_);
         operation.hourglass();
@@ -38,9 +38,11 @@ void AntennaRead::ReadActiveAntennaSettings(bool setTbr6) {
             setTbr6Mode(operation);
         else
             link_.status("Settings read from Active Antenna", kBlack);
+        return true;
     } catch (const RuntimeFault&) {
         link_.console().messageBox("No Response from Active Antenna!", Icon::critical);
         link_.status("Error communicating with Active Antenna.", kBlack);
+        return false;
     }
 }
 

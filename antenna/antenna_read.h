@@ -14,11 +14,12 @@ class AntennaRead {
 public:
     AntennaRead(CommandLink& link, RadioModule& module, CalibrationFields fieldsA, CalibrationFields fieldsB);
 
-    void CommandRdSettingsAA_Click() { ReadActiveAntennaSettings(false); }
-    void CommandSetTbr6_Click() { ReadActiveAntennaSettings(true); }
+    // False when the antenna did not answer where it must.
+    bool CommandRdSettingsAA_Click() { return ReadActiveAntennaSettings(false); }
+    bool CommandSetTbr6_Click() { return ReadActiveAntennaSettings(true); }
 
 private:
-    void ReadActiveAntennaSettings(bool setTbr6);
+    bool ReadActiveAntennaSettings(bool setTbr6);
     // These throw "No reply" where the antenna does not answer as it must.
     void readAll(Operation& operation);
     void setTbr6Mode(Operation& operation);

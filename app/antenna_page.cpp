@@ -3,6 +3,7 @@
 #include <QHBoxLayout>
 #include <QVBoxLayout>
 
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
@@ -15,19 +16,15 @@ AntennaPage::AntennaPage(CommandLink& link, QWidget* parent)
       moduleB_(new CalibFrameWidget(CalibFrameWidget::module("B", "Module B (Timeslots 2, 6, 10)"), this)),
       dectVersion_(new DectVersionFrame(link, DectVersionFrame::kAntenna, this)) {
     auto* modules = new QHBoxLayout;
-    modules->setSpacing(16);
+    modules->setSpacing(pixels(grid::kColumnGap));
     modules->addWidget(moduleA_);
     modules->addWidget(moduleB_);
     auto* values = new QVBoxLayout;
+    values->setSpacing(pixels(grid::kFrameGap));
     values->addLayout(modules);
     values->addWidget(dectVersion_);
-    values->addStretch();
-
-    auto* columns = new QHBoxLayout(this);
-    columns->setSpacing(16);
-    columns->addLayout(makeColumn({antenna_}));
-    columns->addLayout(values);
-    columns->addStretch();
+    placeColumns(this, {makeColumn({antenna_}), values});
+    setFocusProxy(antenna_);
 }
 
 void AntennaPage::connectTo(RadioModule& module, CalibRun& calibRun) {

@@ -1,7 +1,5 @@
 #include "app/beltpack_page.h"
 
-#include <QHBoxLayout>
-
 #include "form/make.h"
 
 namespace quorvex {
@@ -36,14 +34,10 @@ BeltpackPage::BeltpackPage(CommandLink& link, SettingsImage& image, QWidget* par
       fileDialog_(this),
       write_(link, image),
       production_(link, image, write_) {
-    QVBoxLayout* work = makeColumn({transfer_, editors_});
-    work->insertSpacing(1, 14);
-    auto* columns = new QHBoxLayout(this);
-    columns->setSpacing(16);
-    columns->addLayout(work);
-    columns->addLayout(makeColumn({beltpackId_, systemId_, parkLength_, dectVersion_}));
-    columns->addLayout(makeColumn({rfCarriers_, calibration_}));
-    columns->addStretch();
+    placeColumns(this, {makeColumn({transfer_, editors_}),
+                        makeColumn({beltpackId_, systemId_, parkLength_, dectVersion_}),
+                        makeColumn({rfCarriers_, calibration_})});
+    setFocusProxy(transfer_);
 }
 
 BeltpackPage::~BeltpackPage() = default;

@@ -3,14 +3,11 @@
 #include <QTimer>
 #include <utility>
 
+#include "form/lengths.h"
 #include "form/make.h"
 #include "link/port_device.h"
 
 namespace quorvex {
-
-namespace {
-constexpr int kWidth = 180;  ///< of the list; leaves the title its room
-}
 
 ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     : QDialog(parent), choice_(choice), comboCom_(new QComboBox(this)) {
@@ -18,7 +15,6 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     setWindowTitle(QStringLiteral("Select Serial Port"));
 
     comboCom_->setObjectName(QStringLiteral("ComboCom"));
-    comboCom_->setMinimumWidth(kWidth);
     comboCom_->setMaxVisibleItems(PortChoice::kPortsOffered);
     for (int number = 1; number <= PortChoice::kPortsOffered; ++number)
         comboCom_->addItem(QStringLiteral("COM%1").arg(number));
@@ -36,6 +32,7 @@ ComSelect::ComSelect(PortChoice& choice, QWidget* parent)
     column->addLayout(choiceRow);
     column->addWidget(line);
     column->addLayout(makeButtonRow({ok, cancel}));
+    column->addStrut(widthForTitle(windowTitle()));
     column->setSizeConstraint(QLayout::SetFixedSize);
 
     comboCom_->setCurrentIndex(choice_.preselected());

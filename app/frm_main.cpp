@@ -13,6 +13,8 @@
 #include "calibration/form_calib.h"
 #include "form/guard.h"
 #include "form/message_box.h"
+#include "icons/program_icon.h"
+#include "link/device_facts.h"
 #include "link/port_device.h"
 #include "link/qt_text.h"
 
@@ -44,7 +46,7 @@ FrmMain::FrmMain(Machine machine)
     : port_(machine.port),
       store_(machine.store),
       statusLine_(new StatusLine(this)),
-      labelComPort_(new QLabel(QString::fromLatin1(kNoComms), this)),
+      labelComPort_(new PortLabel(QString::fromLatin1(kNoComms), this)),
       console_(*statusLine_),
       link_(machine.port, machine.loop, console_),
       portChoice_(link_, machine.port, machine.store),
@@ -57,6 +59,7 @@ FrmMain::FrmMain(Machine machine)
       calibRun_(link_, rfModule_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
     setWindowTitle(fromLatin1(kProgramTitle));
+    setWindowIcon(programIcon());
     buildMenus();
     beltpackPage_->connectTo(rfModule_, calibRun_);
     antennaPage_->connectTo(rfModule_, calibRun_);
@@ -73,6 +76,7 @@ FrmMain::FrmMain(Machine machine)
     rows->addWidget(buildBottomLine());
     rows->setSizeConstraint(QLayout::SetMinimumSize);
     setCentralWidget(whole);
+    beltpackPage_->setFocus();
 }
 
 void FrmMain::buildMenus() {
@@ -88,12 +92,6 @@ void FrmMain::buildMenus() {
 }
 
 QWidget* FrmMain::buildBottomLine() {
-    labelComPort_->setObjectName(QStringLiteral("LabelComPort"));
-    labelComPort_->setAlignment(Qt::AlignCenter);
-    labelComPort_->setFrameShape(QFrame::StyledPanel);
-    labelComPort_->setMargin(4);
-    labelComPort_->setMinimumWidth(labelComPort_->sizeHint().width() + 16);
-
     auto* line = new QWidget;
     auto* row = new QHBoxLayout(line);
     row->setContentsMargins(0, 0, 0, 0);
@@ -107,14 +105,15 @@ void FrmMain::load() {
 }
 
 void FrmMain::portLost() {
-    showPortLabel(kNoComms);
-    labelComPort_->setToolTip(QStringLiteral(
-        "The connection to the port was lost: check the cable, then choose the port again in the menu."));
+    labelComPort_->tell(
+        fromLatin1(kNoComms), PortLabel::State::lost,
+        QStringLiteral("The connection to the port was lost: check the cable, then choose the "
+                       "port again in the menu."));
 }
 
 void FrmMain::showPortLabel(const std::string& text) {
-    labelComPort_->setText(fromLatin1(text));
-    labelComPort_->setToolTip(portHover());
+    labelComPort_->tell(fromLatin1(text), port_.isOpen() ? PortLabel::State::open : PortLabel::State::notOpen,
+                        portHover());
 }
 
 QString FrmMain::portHover() const {
@@ -122,10 +121,13 @@ QString FrmMain::portHover() const {
         return {};
     // The port that is really open: the label tells the stored number.
     const PortDevice device = findPortDevice(portChoice_.lastOpened());
-    return port_.isOpen() ? device.path
-                          : device.description(
-                                QStringLiteral("Not open: close any other program that uses it, then choose "
-                                               "the port again in the menu."));
+    const QString hover =
+        port_.isOpen()
+            ? device.path
+            : device.description(QStringLiteral("Not open: close any other program that uses it, then "
+                                                "choose the port again in the menu."));
+    const QString adapter = adapterOf(device.path);
+    return adapter.isEmpty() ? hover : hover + QLatin1Char('\n') + adapter;
 }
 
 void FrmMain::showPortDialog() {

@@ -1,10 +1,10 @@
 #pragma once
 
-#include <QLabel>
 #include <QMainWindow>
 
 #include "app/antenna_page.h"
 #include "app/beltpack_page.h"
+#include "app/port_label.h"
 #include "app/startup.h"
 #include "beltpack/settings_image.h"
 #include "calibration/calib_run.h"
@@ -54,7 +54,7 @@ private:
     SerialPort& port_;
     SettingsStore& store_;
     StatusLine* statusLine_;
-    QLabel* labelComPort_;
+    PortLabel* labelComPort_;
     QtConsole console_;
     CommandLink link_;
     PortChoice portChoice_;

@@ -80,6 +80,7 @@ void BeltpackRead::detectRfModule(Operation& operation) {
 void BeltpackRead::readParameters(Operation& operation) {
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
         Parameter& parameter = image_[i];
+        operation.progress(i, SettingsImage::kParameters);
         const std::function<bool()> isAlone = image_.untilReplaced();
         const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
         if (reply != kError) {
@@ -94,6 +95,7 @@ void BeltpackRead::readParameters(Operation& operation) {
             link_.status("Option " + parameter.name.str() + "unavailable!", kRed);
         }
     }
+    operation.progress(SettingsImage::kParameters, SettingsImage::kParameters);
     demandFilled();
 }
 

@@ -33,6 +33,7 @@ bool BeltpackWrite::writeAll() {
         return false;
     try {
         for (int i = 0; i < SettingsImage::kParameters; ++i) {
+            operation.progress(i, SettingsImage::kParameters);
             // Before the first read of a Beltpack this is a fault, and nothing is sent.
             if (image_[i].isAvailable() && !writeOne(operation, image_[i]))
                 return false;

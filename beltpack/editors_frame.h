@@ -24,8 +24,11 @@ public:
     QWidget* regulations() { return regulations_; }
     QWidget* regulationsLabel() { return regulationsLabel_; }
 
+protected:
+    void paintEvent(QPaintEvent* event) override;
+
 private:
-    OneItemListWidget* list(const char* name, void (SettingsEditors::*scrolled)());
+    OneItemListWidget* list(const char* name, const char* said, void (SettingsEditors::*scrolled)());
     void layOut();
 
     QRadioButton *optionMICBal_, *optionMICUnBal_, *optionMICElectret_;
@@ -33,6 +36,7 @@ private:
     OneItemListWidget *hwRevision_, *regulations_;
     QLabel* regulationsLabel_;
     QPushButton* setProdSettings_;
+    QLabel* defaults_;  ///< the heading of what is below it
     RadioGroup mic_;
     CheckBoxField batteryAlarm_;
     SettingsEditors editors_;

@@ -1,5 +1,7 @@
 #include "beltpack/file_number_one.h"
 
+#include <utility>
+
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -35,7 +37,6 @@ void FileNumberOne::openForInput(const std::filesystem::path& path) {
                                                    std::filesystem::file_size(path, ignored) > kLargestFile))
         throw RuntimeFault::fileAccess();
     open(path, "rb");
-    writing_ = false;
 }
 
 void FileNumberOne::openForOutput(const std::filesystem::path& path) {
@@ -45,7 +46,6 @@ void FileNumberOne::openForOutput(const std::filesystem::path& path) {
     if (std::filesystem::is_fifo(path, ignored))  // would wait for a reader without end
         throw RuntimeFault::fileAccess();
     open(path, "wb");
-    writing_ = true;
 }
 
 int FileNumberOne::peek() {
@@ -121,11 +121,7 @@ void FileNumberOne::writeLine(std::string_view text) {
 }
 
 void FileNumberOne::close() {
-    if (writing_ && std::fflush(file_) != 0)
-        throw RuntimeFault::fileAccess();
-    const int closed = std::fclose(file_);
-    file_ = nullptr;
-    if (closed != 0)
+    if (std::fclose(std::exchange(file_, nullptr)) != 0)
         throw RuntimeFault::fileAccess();
 }
 

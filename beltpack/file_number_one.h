@@ -30,10 +30,11 @@ public:
     std::string readItem();
     /// The next line whole, commas, quotes and blanks too, cut like an item. Throws as readItem does.
     std::string readLine();
-    /// Writes `text` and carriage return, line feed.
+    /// Writes `text` and carriage return, line feed, at once. Throws RuntimeFault when that fails.
     void writeLine(std::string_view text);
 
-    /// Puts everything written on the disk and closes. Throws RuntimeFault when that fails; still open then.
+    /// Throws RuntimeFault when the system tells only now that it could not keep what was written; closed all
+    /// the same.
     void close();
 
 private:
@@ -44,7 +45,6 @@ private:
     std::string takeUntil(std::string_view ends);
 
     std::FILE* file_ = nullptr;
-    bool writing_ = false;
 };
 
 }  // namespace quorvex

@@ -3,6 +3,7 @@
 #include <QScrollBar>
 #include <QTextEdit>
 #include <QtMath>
+#include <algorithm>
 
 #include "form/make.h"
 #include "link/qt_text.h"
@@ -29,11 +30,13 @@ FormCfgSummary::FormCfgSummary(const std::string& SummaryText, QWidget* parent) 
 
     auto* text = new QTextEdit(this);
     text->setObjectName(QStringLiteral("TextSummary"));
+    text->setAccessibleName(windowTitle());
     text->setReadOnly(true);
     text->setLineWrapMode(QTextEdit::NoWrap);
     QFont face(QStringLiteral("Courier"));
     face.setStyleHint(QFont::Monospace, QFont::PreferMatch);
-    face.setPointSizeF(9.75);
+    constexpr double kLeastPoints = 9.75;
+    face.setPointSizeF(std::max(kLeastPoints, font().pointSizeF()));
     text->setFont(face);
     text->setPlainText(fromLatin1(SummaryText));
     fitToText(text);

@@ -3,6 +3,7 @@
 #include <QDialogButtonBox>
 #include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QFileSystemModel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -60,8 +61,9 @@ FileDialog::Choice QtFileDialog::choose(const Settings& settings, Purpose purpos
     }
     if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().isEmpty())
         return {kCancelled, "Cancel was selected", ""};
-    folder_ = dialog.directory().absolutePath();
-    return {0, "", QDir::toNativeSeparators(dialog.selectedFiles().constFirst()).toStdString()};
+    const QString file = dialog.selectedFiles().constFirst();
+    folder_ = QFileInfo(file).absolutePath();  // not the one that is shown, where the name told of another
+    return {0, "", QDir::toNativeSeparators(file).toStdString()};
 }
 
 }  // namespace quorvex

@@ -1,12 +1,11 @@
 #include "beltpack/transfer_frame.h"
 
-#include <QVBoxLayout>
-
 #include "beltpack/beltpack_read.h"
 #include "beltpack/beltpack_write.h"
 #include "beltpack/form_cfg_summary.h"
 #include "beltpack/settings_file.h"
 #include "beltpack/settings_summary.h"
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
@@ -27,11 +26,20 @@ TransferFrame::TransferFrame(const SettingsImage& image, QWidget* parent)
     commandSave_->setEnabled(false);
     commandSummary_->setEnabled(false);
 
-    auto* column = new QVBoxLayout(this);
-    column->setContentsMargins(0, 0, 0, 0);
-    for (QAbstractButton* button :
-         {commandRdSettingsBp_, commandWrite_, commandRead_, commandSave_, commandSummary_})
-        column->addWidget(button);
+    commandRdSettingsBp_->standOut();
+    commandRdSettingsBp_->setLeading(true);
+    commandWrite_->standOut();
+    setFocusProxy(commandRdSettingsBp_);
+    commandRead_->setShortcut({});  // the menu "File" has the same key, and wins
+
+    auto* rows = new QGridLayout(this);
+    rows->setContentsMargins({});
+    rows->setSpacing(pixels(grid::kGap));
+    rows->addWidget(commandRdSettingsBp_, 0, 0, 1, 2);
+    rows->addWidget(commandWrite_, 1, 0, 1, 2);
+    rows->addWidget(commandRead_, 2, 0);
+    rows->addWidget(commandSave_, 2, 1);
+    rows->addWidget(commandSummary_, 3, 0, 1, 2);
 }
 
 void TransferFrame::connectTo(BeltpackRead& read, BeltpackWrite& write, SettingsFile& file) {
@@ -50,6 +58,7 @@ void TransferFrame::enableSettingsButtons() {
     commandSave_->setEnabled(true);
     commandSummary_->setEnabled(true);
     commandWrite_->setEnabled(true);
+    commandRdSettingsBp_->setLeading(false);
 }
 
 }  // namespace quorvex

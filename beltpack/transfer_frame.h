@@ -1,7 +1,8 @@
 #pragma once
 
-#include <QAbstractButton>
 #include <QWidget>
+
+#include "form/button.h"
 
 namespace quorvex {
 
@@ -10,7 +11,8 @@ class BeltpackWrite;
 class SettingsFile;
 class SettingsImage;
 
-/// The column of buttons that move a Beltpack's settings: read, write, file, summary.
+/// The buttons that move a Beltpack's settings, in the order of the work: read and write, which stand out,
+/// file, summary. Reading leads until there is something to work on.
 class TransferFrame : public QWidget {
 public:
     TransferFrame(const SettingsImage& image, QWidget* parent = nullptr);
@@ -23,7 +25,7 @@ private:
     void CommandSummary_Click();
 
     const SettingsImage& image_;
-    QAbstractButton *commandRdSettingsBp_, *commandWrite_, *commandRead_, *commandSave_, *commandSummary_;
+    Button *commandRdSettingsBp_, *commandWrite_, *commandRead_, *commandSave_, *commandSummary_;
 };
 
 }  // namespace quorvex

@@ -1,3 +1,4 @@
+#include <QTemporaryDir>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -16,12 +17,14 @@ namespace {
 constexpr int kReads = 5;
 constexpr int kRestMs = 100;  // lets what the window has to do for an opened port pass
 constexpr double kMostOfWireTime = 1.03;
+constexpr double kMostWithTrace = 1.01;
 
 using Exchanges = std::vector<CountedExchange>;
 
 /// Seconds of each read of one unit.
 struct Reads {
     std::vector<double> program;
+    std::vector<double> traced;  ///< by the program while it writes a trace
     std::vector<double> plain;   ///< by a plain loop on the system's own calls
     std::vector<double> script;  ///< by a plain script; empty where there is nothing to run it
     double wire = 0;             ///< what the bytes of one read take at 19200 baud
@@ -60,10 +63,14 @@ Reads readInTurns(const QStringList& unit) {
     std::optional<PlainScript> script;
     if (PlainScript::isRunnable())
         script.emplace(top.portPath(), exchanges);
+    const QTemporaryDir folder;
+    WindowAtWork tracing(folder.filePath("trace").toStdString());
+    readInWindow(tracing);
     Reads reads;
     reads.wire = wireSeconds(exchanges);
     for (int i = 0; i < kReads; ++i) {  // in turns, so that other work on the machine meets all
         reads.program.push_back(readInWindow(window));
+        reads.traced.push_back(readInWindow(tracing));
         reads.plain.push_back(readPlainly(top.portPath(), exchanges));
         if (script)
             reads.script.push_back(script->seconds());
@@ -77,6 +84,13 @@ Row wireRow(const std::string& what, const Reads& reads) {
                     milliseconds(took) + " to " + milliseconds(reads.wire) + "; plain loop " +
                         fixed(median(reads.plain) / reads.wire, 3),
                     kMostOfWireTime);
+}
+
+Row traceRow(const std::string& what, const Reads& reads) {
+    const double traced = median(reads.traced);
+    const double took = median(reads.program);
+    return ratioRow(what + " with a trace, to one without", traced / took,
+                    milliseconds(traced) + " to " + milliseconds(took), kMostWithTrace);
 }
 
 Row scriptRow(const std::string& what, const Reads& reads) {
@@ -98,6 +112,7 @@ std::vector<Row> readRows() {
         const std::string what = "Read a Beltpack (" + std::string(name) + ")";
         const Reads paced = readInTurns({"--module", module, "--pace", QString::number(kBaud)});
         rows.push_back(wireRow(what + " at 19200 baud", paced));
+        rows.push_back(traceRow(what + " at 19200 baud", paced));
         rows.push_back(scriptRow(what + " at 19200 baud", paced));
         rows.push_back(scriptRow(what + ", unpaced", readInTurns({"--module", module})));
     }

@@ -51,7 +51,13 @@ private:
 
 }  // namespace
 
-WindowAtWork::WindowAtWork() {
+SerialPort& WindowAtWork::traced(const std::string& path) {
+    traceFile_.emplace(path, [](const std::string& text) { throw std::runtime_error(text); });
+    return tracePort_.emplace(port_, loop_, [this](const std::string& line) { traceFile_->line(line); });
+}
+
+WindowAtWork::WindowAtWork(const std::string& tracePath)
+    : counted_(tracePath.empty() ? static_cast<SerialPort&>(port_) : traced(tracePath)) {
     store_.save(kComPortKey, std::to_string(kPort));
     window_ = std::make_unique<FrmMain>(Machine{counted_, loop_, store_});
     const BoxCatcher boxes;

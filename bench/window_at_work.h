@@ -3,6 +3,7 @@
 #include <QLabel>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <stdexcept>
 #include <string>
 
@@ -12,6 +13,8 @@
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
+#include "link/trace_file.h"
+#include "link/trace_port.h"
 #include "rscreen/rscreen_picture.h"
 
 namespace quorvex::bench {
@@ -19,9 +22,10 @@ namespace quorvex::bench {
 /// The program's main window, shown in this process, on a real port.
 class WindowAtWork {
 public:
-    /// Shows the window, connected to the bench's port, and waits until it is drawn and at rest.
-    /// Throws std::runtime_error when the port does not open or the window does not come up.
-    WindowAtWork();
+    /// Shows the window, connected to the bench's port, and waits until it is drawn and at rest. `tracePath`:
+    /// what passes over the port goes into that file, too; empty for none. Throws std::runtime_error when the
+    /// port does not open or the window does not come up.
+    explicit WindowAtWork(const std::string& tracePath = {});
 
     /// Clicks the button of that name; returns when what it starts has ended.
     /// Throws std::runtime_error when a message box comes up.
@@ -48,9 +52,13 @@ private:
         throw std::runtime_error("The main window has no " + name.toStdString() + ".");
     }
 
+    SerialPort& traced(const std::string& path);
+
     QtSerialPort port_;
-    CountingPort counted_{port_};
     QtEventLoop loop_;
+    std::optional<TraceFile> traceFile_;
+    std::optional<TracePort> tracePort_;
+    CountingPort counted_;
     QtSettingsStore store_;
     std::unique_ptr<FrmMain> window_;
 };

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <functional>
@@ -10,6 +9,7 @@
 #include "calibration/calib_run.h"
 #include "calibration/rf_module.h"
 #include "form/field_edit.h"
+#include "form/frame.h"
 #include "form/qt_controls.h"
 
 namespace quorvex {
@@ -17,7 +17,7 @@ namespace quorvex {
 /// A frame with the calibration values last read from a Beltpack or from one module of an Active Antenna,
 /// and the button that calibrates it. A Kirk module has three frequency values, an RM5 a single one.
 /// Its controls stand at fixed places, because the layout moves some of them by their position.
-class CalibFrameWidget : public QGroupBox, public CalibFrame {
+class CalibFrameWidget : public Frame, public CalibFrame {
 public:
     struct Names {
         const char* title;
@@ -49,12 +49,20 @@ public:
     /// Runs `handler`, guarded, for each click on the frame's button.
     void onCalibrate(std::function<void()> handler);
 
+protected:
+    void resizeEvent(QResizeEvent* event) override;
+
 private:
-    QLabel* place(const std::string& name, const char* caption, QWidget* buddy, QRect at);
-    FieldEdit* placeField(const std::string& name, QPoint at);
+    QLabel* place(const std::string& name, const char* caption, QWidget* buddy, QRect twips);
+    FieldEdit* placeField(const std::string& name, QRect twips);
+    /// The frame ends below it.
+    void placeButton(int topTwips);
     void placeKirkLabels(const Names& names);
+    /// Said where neither the frame nor the labels around a field are seen.
+    void sayWhatTheFieldsAre(bool threeFrequencies);
 
     bool isBeltpack_;
+    QString ofModule_;  ///< ", module A"; empty for a Beltpack
     FieldEdit *editFm_, *editFreq_, *editTx_, *editRx_, *editRssi_ = nullptr;
     QLabel* freqLabel_;
     QPushButton* calibrate_;

@@ -13,7 +13,7 @@ namespace {
 constexpr int kReplyLength = 8;
 constexpr std::uint64_t kStatusRecord = 7;
 constexpr std::int16_t kZeroReadings = 3;  ///< in a row, until "No Conn" is shown
-constexpr int kDcOffset = 20, kDcLimit = 100;
+constexpr int kDcOffset = 20;
 
 std::int16_t sum(int a, int b) {
     return toInt16(a + b);
@@ -214,8 +214,16 @@ std::string CalibTuning::readStatusRecord() {
 }
 
 void CalibTuning::showRecord(const std::string& record) {
-    window_.showRssi("RSSI: " + twoDigits(hexValue(middle(record, 11, 2))));
+    const std::uint64_t rssi = hexValue(middle(record, 11, 2));
+    window_.showRssi("RSSI: " + twoDigits(rssi));
+    const std::optional<int> balance = dcBalance(record);
+    if (balance)
+        window_.setDcSlider(*balance + Reading::kBalanceLimit);
+    window_.showDcBalance("DC Bal: " + (balance ? std::to_string(*balance) : "No Conn"));
+    window_.plot({link_.ticks(), static_cast<int>(rssi), balance});
+}
 
+std::optional<int> CalibTuning::dcBalance(const std::string& record) {
     const auto low = static_cast<int>(hexValue(middle(record, 7, 2)));
     const auto high = static_cast<int>(hexValue(middle(record, 9, 2)));
     const int raw = high * 256 + low;
@@ -228,13 +236,9 @@ void CalibTuning::showRecord(const std::string& record) {
         dcConnected_ = false;
         noConnCountdown_ = kZeroReadings;
     }
-    if (!dcConnected_) {
-        window_.showDcBalance("DC Bal: No Conn");
-        return;
-    }
-    const int position = std::clamp(half + kDcOffset, -kDcLimit, kDcLimit);
-    window_.setDcSlider(position + kDcLimit);
-    window_.showDcBalance("DC Bal: " + std::to_string(position));
+    if (!dcConnected_)
+        return {};
+    return std::clamp(half + kDcOffset, -Reading::kBalanceLimit, Reading::kBalanceLimit);
 }
 
 void CalibTuning::reportNoUnit() {

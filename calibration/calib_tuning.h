@@ -1,9 +1,11 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 #include "calibration/cal_result.h"
+#include "calibration/readings.h"
 #include "link/controls.h"
 #include "link/operation.h"
 #include "link/settings_store.h"
@@ -37,6 +39,8 @@ public:
     virtual void showDcBalance(const std::string& text) = 0;
     /// 0 to 200, the middle is 100.
     virtual void setDcSlider(int position) = 0;
+    /// What these three have shown, once for each status record.
+    virtual void plot(const Reading& reading) = 0;
 };
 
 struct CalibControls {
@@ -97,6 +101,8 @@ private:
     void tick();
     std::string readStatusRecord();
     void showRecord(const std::string& record);
+    /// The DC balance that a record tells, as it is to be shown; none while there is no connection.
+    std::optional<int> dcBalance(const std::string& record);
     bool unitAnswers(Operation& check);
     /// Whether the unit answers, and has taken the values of OK then.
     bool confirm();

@@ -1,11 +1,12 @@
 #include "calibration/form_calib.h"
 
-#include <QEvent>
+#include <algorithm>
 #include <chrono>
 
-#include "form/fixed_places.h"
+#include "form/accessible.h"
 #include "form/guard.h"
 #include "form/key_filter.h"
+#include "form/lengths.h"
 #include "form/make.h"
 #include "link/runtime_fault.h"
 
@@ -18,23 +19,10 @@ constexpr int kThresholdCharacters = 10;
 constexpr int kLabelHeightTwips = 255;
 constexpr QSize kDialogTwips{4815, 4500};
 
-/// Shows a value and is moved by the program alone: neither by mouse nor wheel nor keys, whoever sends them.
-class ShowingSlider : public QSlider {
-public:
-    explicit ShowingSlider(QWidget* parent) : QSlider(parent) {
-        setFocusPolicy(Qt::NoFocus);
-        setAttribute(Qt::WA_TransparentForMouseEvents);
-    }
-
-protected:
-    bool event(QEvent* event) override { return isByHand(event->type()) || QSlider::event(event); }
-
-private:
-    static bool isByHand(QEvent::Type type) {
-        return type == QEvent::KeyPress || type == QEvent::MouseButtonPress ||
-               type == QEvent::MouseButtonDblClick || type == QEvent::MouseMove || type == QEvent::Wheel;
-    }
-};
+// In twips.
+constexpr QRect kPlot{4920, 240, 3600, 4095};
+constexpr int kPlotRight = kPlot.x() + kPlot.width() + 120;
+constexpr QRect kMeter{240, 1080, 4095, 375};
 
 }  // namespace
 
@@ -45,13 +33,14 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
       frameKirk_(frame("FrameKirk", "Frequency Accuracy / DC Balance", {120, 1320, 4575, 1935})),
       frameRssiThreshold_(
           frame("FrameRssiThreshold", "RSSI -80.5dBm Threshold - Decimal", {120, 3480, 2895, 855})),
-      fmDev_(wideSlider(frame1_, "FmDev", 0, 63, &CalibTuning::SliderFmDev_Change)),
-      freqAccr_(wideSlider(frameRm5_, "FreqAccr", -7, 7, &CalibTuning::SliderFreqAccr_Change)),
-      tx_(kirkSlider("Tx", 120, 1200, &CalibTuning::SliderTx_Change, &CalibTuning::SliderTx_Scroll)),
-      mid_(kirkSlider("Mid", 1560, 2280, &CalibTuning::SliderMid_Change)),
-      rx_(kirkSlider("Rx", 3000, 4080, &CalibTuning::SliderRx_Change, &CalibTuning::SliderRx_Scroll)),
-      sliderDcBalance_(setUp(new ShowingSlider(frameKirk_), QStringLiteral("SliderDCBalance"),
-                             {240, 1080, 4095, 375}, 0, 200)),
+      fmDev_(wideSlider(frame1_, "FmDev", 0, 63, 9, &CalibTuning::SliderFmDev_Change)),
+      freqAccr_(wideSlider(frameRm5_, "FreqAccr", -7, 7, 1, &CalibTuning::SliderFreqAccr_Change)),
+      tx_(kirkSlider("Tx", "Transmit", 120, 1200, &CalibTuning::SliderTx_Change,
+                     &CalibTuning::SliderTx_Scroll)),
+      mid_(kirkSlider("Mid", "Mid", 1560, 2280, &CalibTuning::SliderMid_Change)),
+      rx_(kirkSlider("Rx", "Receive", 3000, 4080, &CalibTuning::SliderRx_Change,
+                     &CalibTuning::SliderRx_Scroll)),
+      sliderDcBalance_(new BalanceMeter(frameKirk_)),
       labelRssi_(label(frameKirk_, "LabelRssi", "RSSI:", {120, 1560}, 1935)),
       labelDcBal_(label(frameKirk_, "LabelDcBal", "DC Bal:", {3120, 1560}, 1335)),
       textRssiThr_(makeField(frameRssiThreshold_, "TextRssiThr", kThresholdCharacters,
@@ -60,11 +49,13 @@ FormCalib::FormCalib(CommandLink& link, SettingsStore& store, CalResult& result,
       timer1_(new QTimer(this)),
       tuning_(link, store, *this, {fmDev_, freqAccr_, tx_, mid_, rx_, rssiThreshold_}, result) {
     setObjectName(QStringLiteral("FormCalib"));
-    setFixedSize(pixels(kDialogTwips.width()), pixels(kDialogTwips.height()));
     label(frameKirk_, "Label1", "Transmit:", {480, 300}, 720);
     label(frameKirk_, "Label2", "Mid:", {1920, 300}, 360);
     label(frameKirk_, "Label3", "Receive:", {3360, 300}, 720);
-    buildDcBalance();
+    place(sliderDcBalance_, "DCBalance", QStringLiteral("DC balance"), kMeter);
+    drawScale();
+    label(frameKirk_, "Label6", "0", {2235, 1560}, 240)
+        ->setAccessibleDescription(QStringLiteral("Middle of the DC balance"));
     buildThreshold();
     button(this, "CommandOK", "&OK", {3240, 3480, 1455, 375}, &CalibTuning::CommandOK_Click);
     button(this, "CommandCancel", "&Cancel", {3240, 3960, 1455, 375}, &CalibTuning::CommandCancel_Click);
@@ -86,45 +77,44 @@ QLabel* FormCalib::label(QWidget* parent, const char* name, const char* caption,
     return made;
 }
 
-QSlider* FormCalib::setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest) {
-    slider->setOrientation(Qt::Horizontal);
-    slider->setObjectName(name);
+void FormCalib::place(QSlider* slider, const std::string& name, const QString& said, QRect twips) {
+    slider->setObjectName(fromLatin1("Slider" + name));
+    slider->setAccessibleName(said);
     slider->setGeometry(pixels(twips));
-    slider->setRange(lowest, highest);
-    slider->setPageStep(1);
-    slider->setTickPosition(QSlider::TicksBelow);
-    return slider;
 }
 
-LabelledSlider FormCalib::wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
-                                     Handler changed) {
-    return {setUp(new QSlider(parent), fromLatin1("Slider" + name), {120, 360, 3855, 375}, lowest, highest),
-            label(parent, ("Label" + name + "Value").c_str(), "1", {4080, 400}, 375), handled(changed)};
+QLabel* FormCalib::valueLabel(QWidget* parent, const std::string& name, const char* initial,
+                              const QString& said, QPoint twips, int widthTwips) {
+    QLabel* made = label(parent, ("Label" + name + "Value").c_str(), initial, twips, widthTwips);
+    made->setAccessibleDescription(said);  // a name would hide the value
+    return made;
 }
 
-LabelledSlider FormCalib::kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips,
-                                     Handler changed, Handler scrolled) {
-    return {setUp(new QSlider(frameKirk_), fromLatin1("Slider" + name), {leftTwips, 480, 1455, 375}, 0, 7),
-            label(frameKirk_, ("Label" + name + "Value").c_str(), "0", {valueLeftTwips, 300}, 315),
-            handled(changed), scrolled ? handled(scrolled) : nullptr};
+LabelledSlider FormCalib::wideSlider(QGroupBox* parent, const std::string& name, int lowest, int highest,
+                                     int tickInterval, Handler changed) {
+    auto* slider = new TickedSlider(lowest, highest, tickInterval, parent);
+    place(slider, name, parent->title(), {120, 360, 3855, 375});
+    return {slider, valueLabel(parent, name, "1", parent->title(), {4080, 400}, 375), handled(changed)};
+}
+
+LabelledSlider FormCalib::kirkSlider(const std::string& name, const char* said, int leftTwips,
+                                     int valueLeftTwips, Handler changed, Handler scrolled) {
+    const QString caption = QString::fromLatin1(said);
+    auto* slider = new TickedSlider(0, 7, 1, frameKirk_);
+    place(slider, name, caption, {leftTwips, 480, 1455, 375});
+    return {slider, valueLabel(frameKirk_, name, "0", caption, {valueLeftTwips, 300}, 315), handled(changed),
+            scrolled ? handled(scrolled) : nullptr};
 }
 
 QPushButton* FormCalib::button(QWidget* parent, const char* name, const char* caption, QRect twips,
                                Handler pressed) {
     QPushButton* made = makeButton(parent, name, caption);
-    made->setGeometry(pixels(twips));
+    made->setFixedSize(pixels(twips).size());
+    made->move(pixels(twips).topLeft());
     // Enter in the threshold field sends the threshold; it must not press a button besides.
     made->setAutoDefault(false);
     connect(made, &QPushButton::clicked, this, handled(pressed));
     return made;
-}
-
-void FormCalib::buildDcBalance() {
-    drawScale();
-    sliderDcBalance_->setTickInterval(10);
-    sliderDcBalance_->setValue(100);
-    sliderDcBalance_->setAccessibleName(QStringLiteral("DC balance"));
-    label(frameKirk_, "Label6", "0", {2235, 1560}, 240);
 }
 
 void FormCalib::drawScale() {
@@ -140,6 +130,7 @@ void FormCalib::drawScale() {
         constexpr int kWidth = 2;
         auto* line = new QWidget(frameKirk_);
         line->setObjectName(QString::fromLatin1(piece.name));
+        setAccessibleRole(line, QAccessible::Separator);
         line->setAutoFillBackground(true);
         line->setPalette(piece.colour);
         line->setGeometry(pixels(piece.fromX), pixels(piece.y) - kWidth / 2,
@@ -176,6 +167,11 @@ void FormCalib::fitFaces() {
                                  {QStringLiteral("Receive:"), pixels(720)}}));
 }
 
+void FormCalib::fitSize() {
+    const int forControls = pixels(plot_ ? kPlotRight : kDialogTwips.width());
+    setFixedSize(std::max(widthForTitle(windowTitle()), forControls), pixels(kDialogTwips.height()));
+}
+
 std::function<void()> FormCalib::handled(Handler handler) {
     return [this, handler] { handle([this, handler] { (tuning_.*handler)(); }); };
 }
@@ -196,6 +192,11 @@ void FormCalib::Set_Cal_Data(std::int16_t fm, std::int16_t frequency, std::int16
     tuning_.Set_Cal_Data(fm, frequency, transmit, receive, otherFm, caption);
 }
 
+void FormCalib::setCaption(const std::string& caption) {
+    setWindowTitle(fromLatin1(caption));
+    fitSize();
+}
+
 void FormCalib::unload() {
     // The modal show may have to wait for the box of a button; no tick comes in the meantime.
     timer1_->stop();
@@ -205,6 +206,10 @@ void FormCalib::unload() {
 void FormCalib::showKirkFrame(bool shown) {
     frameKirk_->setVisible(shown);
     frameRm5_->setVisible(!shown);  // it lies beneath the other one
+    if (!shown)
+        return;
+    plot_ = new ReadingsPlot(this);
+    plot_->setGeometry(pixels(kPlot));
 }
 
 }  // namespace quorvex

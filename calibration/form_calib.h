@@ -4,12 +4,13 @@
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
-#include <QSlider>
 #include <QTimer>
 
+#include "calibration/balance_meter.h"
 #include "calibration/calib_run.h"
 #include "calibration/calib_tuning.h"
 #include "calibration/labelled_slider.h"
+#include "calibration/readings_plot.h"
 #include "form/field_edit.h"
 #include "form/qt_controls.h"
 #include "link/qt_text.h"
@@ -36,7 +37,7 @@ private:
     using Handler = void (CalibTuning::*)();
 
     std::string caption() const override { return toLatin1(windowTitle()); }
-    void setCaption(const std::string& caption) override { setWindowTitle(fromLatin1(caption)); }
+    void setCaption(const std::string& caption) override;
     void showKirkFrame(bool shown) override;
     void showRssiThresholdFrame(bool shown) override { frameRssiThreshold_->setVisible(shown); }
     void startTimer() override { timer1_->start(); }
@@ -44,22 +45,27 @@ private:
     void showRssi(const std::string& text) override { labelRssi_->setText(fromLatin1(text)); }
     void showDcBalance(const std::string& text) override { labelDcBal_->setText(fromLatin1(text)); }
     void setDcSlider(int position) override { sliderDcBalance_->setValue(position); }
+    void plot(const Reading& reading) override { plot_->add(reading); }
 
     QGroupBox* frame(const char* name, const char* caption, QRect twips);
     QLabel* label(QWidget* parent, const char* name, const char* caption, QPoint twips, int widthTwips);
-    static QSlider* setUp(QSlider* slider, const QString& name, QRect twips, int lowest, int highest);
+    static void place(QSlider* slider, const std::string& name, const QString& said, QRect twips);
+    /// The label "LabelFmDevValue" for the name "FmDev", at its place.
+    QLabel* valueLabel(QWidget* parent, const std::string& name, const char* initial, const QString& said,
+                       QPoint twips, int widthTwips);
     /// "SliderFmDev" and its label "LabelFmDevValue" for the name "FmDev".
-    LabelledSlider wideSlider(QWidget* parent, const std::string& name, int lowest, int highest,
-                              Handler changed);
+    LabelledSlider wideSlider(QGroupBox* parent, const std::string& name, int lowest, int highest,
+                              int tickInterval, Handler changed);
     /// One of the three beside each other in the frame of a Kirk.
-    LabelledSlider kirkSlider(const std::string& name, int leftTwips, int valueLeftTwips, Handler changed,
-                              Handler scrolled = nullptr);
+    LabelledSlider kirkSlider(const std::string& name, const char* said, int leftTwips, int valueLeftTwips,
+                              Handler changed, Handler scrolled = nullptr);
     QPushButton* button(QWidget* parent, const char* name, const char* caption, QRect twips, Handler pressed);
     void drawScale();
-    void buildDcBalance();
     void buildThreshold();
     void buildTimer();
     void fitFaces();
+    /// As wide as what it holds, and wide enough for its title.
+    void fitSize();
     /// What runs the handler.
     std::function<void()> handled(Handler handler);
     /// Runs a handler of the dialog; a fault that it leaves uncaught ends the program, as everywhere.
@@ -70,11 +76,12 @@ private:
 
     QGroupBox *frame1_, *frameRm5_, *frameKirk_, *frameRssiThreshold_;
     LabelledSlider fmDev_, freqAccr_, tx_, mid_, rx_;
-    QSlider* sliderDcBalance_;
+    BalanceMeter* sliderDcBalance_;
     QLabel *labelRssi_, *labelDcBal_;
     FieldEdit* textRssiThr_;
     LineEditField rssiThreshold_;
     QTimer* timer1_;
+    ReadingsPlot* plot_ = nullptr;  ///< only a Kirk streams
     CalibTuning tuning_;
 };
 

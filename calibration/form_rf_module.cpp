@@ -1,12 +1,9 @@
 #include "calibration/form_rf_module.h"
 
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
-
-namespace {
-constexpr int kWidth = 240;  ///< leaves the title its room
-}
 
 FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     : QDialog(parent),
@@ -18,7 +15,6 @@ FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     (kirk ? optionKirk_ : optionRm5_)->setFocus();
 
     QFrame* line = makeLine(this);
-    line->setMinimumWidth(kWidth);
     QPushButton* cancel = makeButton(this, "CancelButton", "Cancel");
     QPushButton* ok = makeButton(this, "OKButton", "OK");
     ok->setDefault(true);
@@ -30,6 +26,7 @@ FormRfModule::FormRfModule(bool kirk, QWidget* parent)
     column->addWidget(optionRm5_, 0, Qt::AlignLeft);
     column->addWidget(line);
     column->addLayout(makeButtonRow({ok, cancel}));
+    column->addStrut(widthForTitle(windowTitle()));
     column->setSizeConstraint(QLayout::SetFixedSize);
     setTabChain({optionKirk_, optionRm5_, ok, cancel});
 }

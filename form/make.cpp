@@ -1,34 +1,27 @@
 #include "form/make.h"
 
 #include <QFontDatabase>
-#include <QKeyEvent>
+#include <algorithm>
 
 #include "form/guard.h"
+#include "form/lengths.h"
 
 namespace quorvex {
 
 namespace {
 
-constexpr int kFieldMargins = 16;
+constexpr int kFieldMargins = 240;  ///< twips
 
-/// The toolkit lets Enter press a button in a dialog only; here it does wherever the button has the focus.
-class EnterButton : public QPushButton {
-public:
-    using QPushButton::QPushButton;
-
-protected:
-    void keyPressEvent(QKeyEvent* event) override {
-        if (event->key() != Qt::Key_Return && event->key() != Qt::Key_Enter)
-            QPushButton::keyPressEvent(event);
-        else if (!event->isAutoRepeat())
-            click();
-    }
-};
+void setWidth(FieldEdit* field, int characters) {
+    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QLatin1Char('0')) * characters +
+                         pixels(kFieldMargins));
+}
 
 }  // namespace
 
-QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover) {
-    auto* button = makeCaptioned<EnterButton>(parent, name, caption);
+Button* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover) {
+    auto* button = makeCaptioned<Button>(parent, name, caption);
+    button->setMinimumHeight(pixels(grid::kField));
     button->setToolTip(QString::fromUtf8(hover));
     return button;
 }
@@ -37,16 +30,17 @@ FieldEdit* makeField(QWidget* parent, const char* name, int characters, const ch
     auto* field = new FieldEdit(parent);
     field->setObjectName(QString::fromLatin1(name));
     field->setToolTip(QString::fromUtf8(hover));
-    field->setFixedWidth(field->fontMetrics().horizontalAdvance(QLatin1Char('0')) * characters +
-                         kFieldMargins);
+    field->setFixedHeight(pixels(grid::kField));
+    setWidth(field, characters);
     return field;
 }
 
 FieldEdit* makeHexField(QWidget* parent, const char* name, int characters, const char* hover) {
     FieldEdit* field = makeField(parent, name, characters, hover);
-    field->setFont(QFontDatabase::systemFont(QFontDatabase::FixedFont));
-    field->setFixedWidth(QFontMetrics(field->font()).horizontalAdvance(QLatin1Char('0')) * characters +
-                         kFieldMargins);
+    QFont face = QFontDatabase::systemFont(QFontDatabase::FixedFont);
+    face.setPointSizeF(field->font().pointSizeF());
+    field->setFont(face);
+    setWidth(field, characters);
     return field;
 }
 
@@ -63,12 +57,59 @@ QFrame* makeLine(QWidget* parent) {
     return line;
 }
 
+QGridLayout* makeGrid(Frame* frame) {
+    auto* layout = new QGridLayout(frame);
+    // The style keeps some distance of its own.
+    const QMargins styles = frame->contentsMargins();
+    const int inset = pixels(grid::kFrameInset);
+    layout->setContentsMargins(std::max(inset - styles.left(), 0), pixels(grid::kHeading),
+                               std::max(inset - styles.right(), 0), std::max(inset - styles.bottom(), 0));
+    layout->setSpacing(pixels(grid::kGap));
+    return layout;
+}
+
+QVBoxLayout* makeLabelled(QWidget* label, QWidget* control) {
+    auto* layout = new QVBoxLayout;
+    layout->setSpacing(pixels(grid::kLabelGap));
+    layout->addWidget(label);
+    layout->addWidget(control);
+    return layout;
+}
+
+QHBoxLayout* makeRow(QWidget* field, QPushButton* button) {
+    button->setMinimumWidth(pixels(grid::kRowButton));
+    auto* row = new QHBoxLayout;
+    row->setSpacing(pixels(grid::kGap));
+    row->addWidget(field);
+    row->addStretch();
+    row->addWidget(button);
+    return row;
+}
+
 QVBoxLayout* makeColumn(const std::vector<QWidget*>& frames) {
     auto* column = new QVBoxLayout;
-    for (QWidget* frame : frames)
+    column->setSpacing(0);
+    for (QWidget* frame : frames) {
+        if (frame != frames.front())
+            column->addSpacing(pixels(grid::kFrameGap));
         column->addWidget(frame);
-    column->addStretch();
+        if (frame != frames.back() || frames.size() == 1)
+            column->addStretch();
+    }
     return column;
+}
+
+void placeColumns(QWidget* page, const std::vector<QLayout*>& columns) {
+    auto* whole = new QVBoxLayout(page);
+    const int inset = pixels(grid::kInset);
+    whole->setContentsMargins(inset, inset, inset, inset);
+    auto* row = new QHBoxLayout;
+    row->setSpacing(pixels(grid::kColumnGap));
+    for (QLayout* column : columns)
+        row->addLayout(column);
+    row->addStretch(1);
+    whole->addLayout(row);
+    whole->addStretch(1);
 }
 
 QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& buttons) {

@@ -2,14 +2,16 @@
 
 #include <QAbstractButton>
 #include <QFrame>
+#include <QGridLayout>
 #include <QHBoxLayout>
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 #include <functional>
 #include <vector>
 
+#include "form/button.h"
 #include "form/field_edit.h"
+#include "form/frame.h"
 
 namespace quorvex {
 
@@ -23,7 +25,7 @@ Control* makeCaptioned(QWidget* parent, const char* name, const char* caption) {
     return control;
 }
 
-QPushButton* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover = "");
+Button* makeButton(QWidget* parent, const char* name, const char* caption, const char* hover = "");
 
 /// A field as wide as `characters` of what it holds; a hexadecimal one stands in a fixed-pitch face.
 FieldEdit* makeField(QWidget* parent, const char* name, int characters, const char* hover = "");
@@ -36,8 +38,17 @@ QLabel* makeLabel(QWidget* parent, const char* name, const char* caption, QWidge
 QFrame* makeLine(QWidget* parent);
 QHBoxLayout* makeButtonRow(const std::vector<QPushButton*>& buttons);
 
-/// One below the other, from the top.
+/// The layout of a frame: on the grid, and below the frame's heading.
+QGridLayout* makeGrid(Frame* frame);
+/// A label and the control below it.
+QVBoxLayout* makeLabelled(QWidget* label, QWidget* control);
+/// A field and, at the right end of its row, the button that sends or asks for what it holds.
+QHBoxLayout* makeRow(QWidget* field, QPushButton* button);
+
+/// One below the other; the first at the top of the page, the last at its end.
 QVBoxLayout* makeColumn(const std::vector<QWidget*>& frames);
+/// Places the columns beside each other. They end on one line and stay together however large the page is.
+void placeColumns(QWidget* page, const std::vector<QLayout*>& columns);
 
 /// Runs `handler`, guarded, for each click.
 void onClick(QAbstractButton* button, std::function<void()> handler);

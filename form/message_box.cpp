@@ -1,8 +1,12 @@
 #include "form/message_box.h"
 
 #include <QApplication>
+#include <QGridLayout>
 #include <QMessageBox>
+#include <QTimer>
+#include <QWindow>
 
+#include "form/lengths.h"
 #include "link/qt_text.h"
 
 namespace quorvex {
@@ -28,10 +32,23 @@ QWidget* windowInUse() {
     return nullptr;
 }
 
+/// A window that has only just been shown has no place on the screen yet; a box over it would lie elsewhere.
+void awaitPlace(const QWidget* window) {
+    constexpr int kLimitMs = 1000;
+    QTimer limit;
+    limit.setSingleShot(true);
+    limit.start(kLimitMs);
+    const QWindow* shown = window ? window->windowHandle() : nullptr;
+    while (shown && !window->isMinimized() && !shown->isExposed() && limit.isActive())
+        QCoreApplication::processEvents(QEventLoop::AllEvents | QEventLoop::WaitForMoreEvents);
+}
+
 }  // namespace
 
 void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
-    QMessageBox box(windowInUse());
+    QWidget* window = windowInUse();
+    awaitPlace(window);
+    QMessageBox box(window);
     box.setIcon(iconOf(icon));
     box.setWindowTitle(fromUtf8(title.empty() ? kProgramTitle : title));
     box.setTextFormat(Qt::PlainText);
@@ -39,6 +56,9 @@ void showMessageBox(std::string_view text, Icon icon, std::string_view title) {
     // Text that can be selected breaks its lines at a lone carriage return too, whatever the style.
     box.setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::LinksAccessibleByMouse);
     box.setStandardButtons(QMessageBox::Ok);
+    if (auto* grid = qobject_cast<QGridLayout*>(box.layout()))
+        grid->addItem(new QSpacerItem(widthForTitle(box.windowTitle()), 0), grid->rowCount(), 0, 1,
+                      grid->columnCount());
     box.exec();
 }
 

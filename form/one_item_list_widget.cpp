@@ -6,12 +6,14 @@
 #include <QWheelEvent>
 #include <cstdlib>
 
+#include "form/lengths.h"
 #include "link/qt_text.h"
 
 namespace quorvex {
 
 namespace {
-constexpr int kHeight = 34;  ///< room for both arrows of the scroll bar
+constexpr int kHeight = 510;   ///< twips: room for both arrows of the scroll bar
+constexpr int kMargins = 180;  ///< twips
 constexpr char kWidestItem[] = "STANDARD - EUROPE";
 }  // namespace
 
@@ -37,7 +39,8 @@ OneItemListWidget::OneItemListWidget(QWidget* parent) : QListWidget(parent) {
 
 QSize OneItemListWidget::sizeHint() const {
     const int text = fontMetrics().horizontalAdvance(QLatin1String(kWidestItem));
-    return {text + verticalScrollBar()->sizeHint().width() + 2 * frameWidth() + 12, kHeight};
+    return {text + verticalScrollBar()->sizeHint().width() + 2 * frameWidth() + pixels(kMargins),
+            pixels(kHeight)};
 }
 
 void OneItemListWidget::refill(const std::vector<std::string>& items) {
@@ -65,7 +68,6 @@ void OneItemListWidget::fitRows() {
     const QSize row(viewport()->width(), viewport()->height());
     for (int i = 0; i < count(); ++i)
         item(i)->setSizeHint(row);
-    executeDelayedItemsLayout();
 }
 
 void OneItemListWidget::resizeEvent(QResizeEvent* event) {

@@ -14,6 +14,7 @@ public:
     void messageBox(std::string_view text, Icon icon, std::string_view title) override;
     void beep() override;
     void hourglass(bool up) override;
+    void progress(int done, int total) override { statusLine_.showProgress(done, total); }
 
 private:
     StatusLine& statusLine_;

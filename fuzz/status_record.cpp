@@ -56,6 +56,10 @@ public:
         slider_ = position;
         require(position >= 0 && position <= 200, "the slider is in its range");
     }
+    void plot(const Reading& reading) override {
+        require(reading.rssi >= 0 && reading.rssi <= 255, "the RSSI is a byte");
+        require(!reading.dcBalance || *reading.dcBalance + 100 == slider_, "plot and slider show the same");
+    }
 
     bool isOpen = true;
 

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QGroupBox>
-
 #include "form/field_edit.h"
+#include "form/frame.h"
 #include "form/qt_controls.h"
 #include "identity/psn_update.h"
 
 namespace quorvex {
 
 /// "Beltpack ID": the serial number.
-class BeltpackIdFrame : public QGroupBox {
+class BeltpackIdFrame : public Frame {
 public:
     BeltpackIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 

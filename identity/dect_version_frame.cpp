@@ -1,7 +1,5 @@
 #include "identity/dect_version_frame.h"
 
-#include <QHBoxLayout>
-
 #include "form/make.h"
 
 namespace quorvex {
@@ -11,18 +9,16 @@ constexpr int kVersionCharacters = 14;
 }
 
 DectVersionFrame::DectVersionFrame(CommandLink& link, const Names& names, QWidget* parent)
-    : QGroupBox(QStringLiteral("DECT Firmware Version Number"), parent),
+    : Frame(QStringLiteral("DECT Firmware Version Number"), parent),
       edit_(makeField(this, names.field, kVersionCharacters)),
       version_(link, names.request, field_) {
     edit_->setAccessibleName(title());
     edit_->setValidator(nullptr);  // what the unit answers is shown as it stands
     QPushButton* request = makeButton(this, names.button, "Request");
+    request->setAccessibleName(QStringLiteral("Request DECT Firmware Version Number"));
     onClick(request, [this] { version_.request(); });
 
-    auto* row = new QHBoxLayout(this);
-    row->addWidget(edit_);
-    row->addStretch();
-    row->addWidget(request);
+    makeGrid(this)->addLayout(makeRow(edit_, request), 0, 0);
 }
 
 }  // namespace quorvex

@@ -1,14 +1,13 @@
 #pragma once
 
-#include <QGroupBox>
-
+#include "form/frame.h"
 #include "form/qt_controls.h"
 #include "identity/dect_version.h"
 
 namespace quorvex {
 
 /// "DECT Firmware Version Number": one field and its "Request" button, for one kind of unit.
-class DectVersionFrame : public QGroupBox {
+class DectVersionFrame : public Frame {
 public:
     struct Names {
         const char* field;

@@ -1,14 +1,12 @@
 #include "identity/park_length_frame.h"
 
-#include <QHBoxLayout>
-
 #include "form/key_filter.h"
 #include "form/make.h"
 
 namespace quorvex {
 
 ParkLengthFrame::ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
-    : QGroupBox(QStringLiteral("Park Length Indicator (Hex)"), parent),
+    : Frame(QStringLiteral("Park Length Indicator (Hex)"), parent),
       textPli_(makeHexField(this, "TextPli", 10,
                             "1F - conn to all AA on Matrix (normal); 12 - conn to all VGC Matrices; "
                             "27 - conn to just 1 AA")),
@@ -18,12 +16,10 @@ ParkLengthFrame::ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidge
     textPli_->setAccessibleName(title());
     // The hover text speaks of RF carriers, as intended.
     QPushButton* update = makeButton(this, "CmdUpdatePli", "Update", "Send RF Carriers To BP");
+    update->setAccessibleName(QStringLiteral("Update Park Length Indicator"));
     onClick(update, [this] { update_.CmdUpdatePli_Click(); });
 
-    auto* row = new QHBoxLayout(this);
-    row->addWidget(textPli_);
-    row->addStretch();
-    row->addWidget(update);
+    makeGrid(this)->addLayout(makeRow(textPli_, update), 0, 0);
 }
 
 }  // namespace quorvex

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QGroupBox>
-
 #include "form/field_edit.h"
+#include "form/frame.h"
 #include "form/qt_controls.h"
 #include "identity/pli_update.h"
 
 namespace quorvex {
 
 /// "Park Length Indicator (Hex)": the PLI.
-class ParkLengthFrame : public QGroupBox {
+class ParkLengthFrame : public Frame {
 public:
     ParkLengthFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 

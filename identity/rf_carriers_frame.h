@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QGroupBox>
-
 #include "form/field_edit.h"
+#include "form/frame.h"
 #include "form/qt_controls.h"
 #include "identity/rf_carriers_update.h"
 
 namespace quorvex {
 
 /// "RF Carriers": the carrier mask, and beneath it a control of somebody else's with its label.
-class RfCarriersFrame : public QGroupBox {
+class RfCarriersFrame : public Frame {
 public:
     struct Guest {
         QWidget* label;

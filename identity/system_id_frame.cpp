@@ -1,15 +1,13 @@
 #include "identity/system_id_frame.h"
 
-#include <QGridLayout>
-#include <QHBoxLayout>
-
 #include "form/key_filter.h"
+#include "form/lengths.h"
 #include "form/make.h"
 
 namespace quorvex {
 
 SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent)
-    : QGroupBox(QStringLiteral("System ID (All Hex)"), parent),
+    : Frame(QStringLiteral("System ID (All Hex)"), parent),
       textEic_(makeHexField(this, "TextEic", 4, "Equipment Installer's Code (00EC for Tarvin)")),
       textFpn_(makeHexField(this, "TextFpn", 4, "Quorvex System ID (Only 2nd and 4th digits used)")),
       textFps_(makeHexField(this, "TextFps", 1, "Matrix System Number (0-F)")),
@@ -24,24 +22,22 @@ SystemIdFrame::SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* p
     }
     textParkB_->onKeyUp([this] { systemId_.TextParkB_KeyUp(); });
 
-    auto* rows = new QVBoxLayout(this);
-    rows->addLayout(layOutFields());
-    rows->addLayout(layOutButtons());
+    QGridLayout* rows = makeGrid(this);
+    rows->addLayout(layOutFields(), 0, 0);
+    rows->addLayout(layOutButtons(), 1, 0);
 }
 
 QLayout* SystemIdFrame::layOutFields() {
     QLabel* labelFpn = makeLabel(this, "LabelFpn", "FPN", textFpn_);
     labelFpn->setToolTip(QStringLiteral("Fur Character Quorvex System ID"));  // "Fur" as intended
-    auto* fields = new QGridLayout;
-    int column = 0;
+    auto* fields = new QHBoxLayout;
+    fields->setSpacing(pixels(grid::kGap));
     for (auto [label, edit] : {std::pair{makeLabel(this, "LabelEic", "EIC", textEic_), textEic_},
                                {labelFpn, textFpn_},
-                               {makeLabel(this, "LabelFps", "FPS", textFps_), textFps_},
-                               {makeLabel(this, "LabelParkB", "PARK B", textParkB_), textParkB_}}) {
-        fields->addWidget(label, 0, column);
-        fields->addWidget(edit, 1, column++);
-    }
-    fields->setColumnStretch(column, 1);
+                               {makeLabel(this, "LabelFps", "FPS", textFps_), textFps_}})
+        fields->addLayout(makeLabelled(label, edit));
+    fields->addStretch();
+    fields->addLayout(makeLabelled(makeLabel(this, "LabelParkB", "PARK B", textParkB_), textParkB_));
     return fields;
 }
 
@@ -53,8 +49,10 @@ QLayout* SystemIdFrame::layOutButtons() {
     QPushButton* update = makeButton(this, "CommandSetSysID", "Update", "Send System Id to Beltpack");
     onClick(byDefault, [this] { systemId_.CommandDefault_Click(); });
     onClick(hpPari, [this] { systemId_.CommandHpPari_Click(); });
+    update->setAccessibleName(QStringLiteral("Update System ID"));
     onClick(update, [this] { systemId_.CommandSetSysID_Click(); });
     auto* buttons = new QHBoxLayout;
+    buttons->setSpacing(pixels(grid::kGap));
     for (QPushButton* button : {byDefault, hpPari, update})
         buttons->addWidget(button);
     return buttons;

@@ -1,15 +1,14 @@
 #pragma once
 
-#include <QGroupBox>
-
 #include "form/field_edit.h"
+#include "form/frame.h"
 #include "form/qt_controls.h"
 #include "identity/system_id.h"
 
 namespace quorvex {
 
 /// "System ID (All Hex)": the PARK B and its components EIC, FPN and FPS.
-class SystemIdFrame : public QGroupBox {
+class SystemIdFrame : public Frame {
 public:
     SystemIdFrame(CommandLink& link, SettingsImage& image, QWidget* parent = nullptr);
 

@@ -18,7 +18,9 @@ std::function<bool()> CommandLink::untilPortGone() const {
 }
 
 std::function<bool()> CommandLink::untilPassed(std::int32_t ms) const {
-    return [this, end = std::int64_t{loop_.ticks()} + ms] { return loop_.ticks() < end; };
+    return [this, begun = loop_.ticks(), ms = static_cast<std::uint32_t>(ms)] {
+        return loop_.msSince(begun) < ms;
+    };
 }
 
 void CommandLink::closePort() {

@@ -46,6 +46,8 @@ public:
     const BlockCapture& dataBuffer() const { return dataBuffer_; }
     /// Number of characters that have arrived and were not read; 0 on a closed port.
     std::size_t waitingCharacters() { return port_.waiting(); }
+    /// EventLoop::ticks
+    std::int32_t ticks() const { return loop_.ticks(); }
 
     /// Kept as an empty method for callers that probe the link.
     void testFunc() {}

@@ -26,6 +26,9 @@ public:
     virtual void beep() = 0;
     /// Puts the hourglass pointer up or takes it down. There is one pointer: calls do not nest.
     virtual void hourglass(bool up) = 0;
+    /// Shows how far an operation is: `done` of `total` steps, 0 of 0 for nothing any more. One is shown, as
+    /// with the pointer. A console may leave it out.
+    virtual void progress(int /*done*/, int /*total*/) {}
 };
 
 }  // namespace quorvex

@@ -4,6 +4,7 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QSerialPortInfo>
 #include <QThread>
 #include <algorithm>
 #include <chrono>
@@ -15,6 +16,15 @@
 #endif
 
 namespace quorvex {
+
+namespace {
+
+QString adapterText(const QString& maker, const QString& product, const QString& serial) {
+    const QString name = QStringLiteral("%1 %2").arg(maker, product).trimmed();
+    return serial.isEmpty() ? name : name + QStringLiteral(", serial number ") + serial;
+}
+
+}  // namespace
 
 #ifdef Q_OS_LINUX
 
@@ -43,6 +53,31 @@ bool isAbsentUart(const QString& name) {
 }
 
 namespace {
+
+/// The folder of the adapter that carries the device, itself some steps above the device; nothing without
+/// one.
+std::optional<QDir> adapterFolder(const QString& path, const QString& system) {
+    const QString device =
+        QFileInfo(QStringLiteral("%1/class/tty/%2/device").arg(system, QFileInfo(path).fileName()))
+            .canonicalFilePath();
+    if (path.isEmpty() || device.isEmpty())
+        return std::nullopt;
+    constexpr int kMostSteps = 4;
+    QDir folder(device);
+    for (int step = 0; step < kMostSteps; ++step) {
+        if (folder.exists(QStringLiteral("product")))
+            return folder;
+        if (!folder.cdUp())
+            break;
+    }
+    return std::nullopt;
+}
+
+QString fact(const QDir& folder, const QString& name) {
+    constexpr int kMostRead = 256;
+    QFile file(folder.filePath(name));
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.read(kMostRead)).simplified() : QString();
+}
 
 QString nameOf(const QString& process) {
     QFile command(QStringLiteral("/proc/%1/cmdline").arg(process));
@@ -89,6 +124,14 @@ std::map<QString, QString> filesOfOthers(const QString& self) {
 
 }  // namespace
 
+QString adapterOf(const QString& path, const QString& system) {
+    const auto folder = adapterFolder(path, system);
+    if (!folder)
+        return {};
+    return adapterText(fact(*folder, QStringLiteral("manufacturer")),
+                       fact(*folder, QStringLiteral("product")), fact(*folder, QStringLiteral("serial")));
+}
+
 QString lockHolder(const QString& path, bool clearsDead) {
     const QString device =
         path.mid(QStringLiteral("/dev/").size()).replace(QLatin1Char('/'), QLatin1Char('_'));
@@ -129,6 +172,11 @@ void letLeave(qintptr) {}
 
 bool isAbsentUart(const QString&) {
     return false;
+}
+
+QString adapterOf(const QString& path, const QString&) {
+    const QSerialPortInfo info(QFileInfo(path).fileName());
+    return adapterText(info.manufacturer(), info.description(), info.serialNumber());
 }
 
 QString lockHolder(const QString&, bool) {

@@ -19,6 +19,10 @@ void letLeave(qintptr handle);
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 
+/// The adapter that a serial device belongs to: "Maker Product, serial number 123", what of it is known;
+/// empty where it is not on one. `system` is where the operating system tells of its devices.
+QString adapterOf(const QString& path, const QString& system = QStringLiteral("/sys"));
+
 /// The live process that keeps the device by a lock file of a customary kind (the process number alone, or
 /// with program and user in one line or in lines of their own), as its number; empty when there is none.
 /// `clearsDead`: removes the lock of a process that is gone, or whose number another one has that does not

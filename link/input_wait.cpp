@@ -24,14 +24,20 @@ std::optional<char> InputWait::next() {
     if (!isWanted_())
         return std::nullopt;
     const std::int32_t now = loop_.ticks();
-    const std::int64_t deadline = std::int64_t{now} + limitMs_;
-    if (deadline > std::numeric_limits<std::int32_t>::max())
+    if (now > std::numeric_limits<std::int32_t>::max() - limitMs_)
         throw RuntimeFault::overflow();
     if (now - windowRanAt_ >= kWindowTurnMs)
         letWindowRun(now);
-    while (isWanted_() && port_.isOpen() && port_.waiting() == 0 && loop_.ticks() < deadline)
-        letWindowRun(static_cast<std::int32_t>(deadline));
-    return isWanted_() ? port_.read() : std::nullopt;
+    // A turn of the window may last beyond the end of the count.
+    while (isWanted_() && port_.isOpen() && port_.waiting() == 0 &&
+           loop_.msSince(now) < static_cast<std::uint32_t>(limitMs_))
+        letWindowRun(now + limitMs_);
+    if (!isWanted_())
+        return std::nullopt;
+    const std::optional<char> c = port_.read();
+    if (!c && limitMs_ > 0 && port_.isOpen())
+        port_.silence(limitMs_);
+    return c;
 }
 
 void InputWait::letWindowRun(std::int32_t untilTick) {

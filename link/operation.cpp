@@ -40,12 +40,19 @@ Operation::~Operation() {
     leaveMode();
     if (hourglass_)
         link_.console_.hourglass(false);
+    if (progress_)
+        link_.console_.progress(0, 0);
     std::erase(link_.operations_, this);
 }
 
 void Operation::hourglass() {
     hourglass_ = true;
     link_.console_.hourglass(true);
+}
+
+void Operation::progress(int done, int total) {
+    progress_ = true;
+    link_.console_.progress(done, total);
 }
 
 void Operation::enterMode(std::string_view enter, std::string_view leave) {

@@ -39,7 +39,7 @@ public:
     /// be with those that it begins itself. Throws OperationRefused when there is no room for all of them, so
     /// that none is refused half way.
     explicit Operation(CommandLink& link, std::function<bool()> isWanted = {}, int room = 1);
-    /// Takes down what it put up: its hourglass, the unit's mode.
+    /// Takes down what it put up: its hourglass, its progress, the unit's mode.
     ~Operation();
     Operation(const Operation&) = delete;
     Operation& operator=(const Operation&) = delete;
@@ -52,6 +52,8 @@ public:
 
     /// Puts the hourglass pointer up until the operation ends.
     void hourglass();
+    /// Shows how far it is, until it ends.
+    void progress(int done, int total);
     /// Sends `enter`, which puts the unit into a mode, and `leave` when the operation ends, if not before.
     /// The program may end with a fault; the unit must not stay in the mode.
     void enterMode(std::string_view enter, std::string_view leave);
@@ -85,6 +87,7 @@ private:
     std::function<bool()> isPortThere_;
     std::uint32_t number_;
     bool hourglass_ = false;
+    bool progress_ = false;
     std::string leave_;  ///< empty outside a mode
 };
 

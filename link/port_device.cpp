@@ -57,19 +57,12 @@ private:
     std::optional<std::vector<std::string>> machine_;
 };
 
-QString adapterOf(const PortDevice& device) {
-    const QSerialPortInfo info(QFileInfo(device.path).fileName());
-    QStringList facts{info.manufacturer(), info.description(), info.serialNumber()};
-    facts.removeAll(QString());
-    return facts.join(QStringLiteral(", "));
-}
-
 PortState stateOf(const PortDevice& device, [[maybe_unused]] DeviceUsers& users) {
     using Kind = PortState::Kind;
     if (device.path.isEmpty())
         return {
             device, Kind::absent, QStringLiteral("Absent: connect the adapter, or choose another port."), {}};
-    const QString adapter = adapterOf(device);
+    const QString adapter = adapterOf(device.path);
 #ifndef Q_OS_WIN
     const QFileInfo info(device.path);
     if (!info.isReadable() || !info.isWritable())

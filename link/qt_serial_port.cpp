@@ -41,7 +41,6 @@ void QtSerialPort::openDevice(int number) {
     port_.setPortName(device.path);
     if (!port_.open(QIODevice::ReadWrite))
         throw RuntimeFault(kCannotOpen, port_.errorString().toStdString());
-    lost_ = false;
     port_.clear();  // opening keeps what the device had received before
 }
 

@@ -39,6 +39,8 @@ public:
     virtual void write(char c) = 0;
     /// Puts what has been written on the wire without waiting for it to leave.
     virtual void flush() = 0;
+    /// A reader has waited `ms` for a character, its limit, and none came. Nothing for the device to do.
+    virtual void silence(std::int32_t /*ms*/) {}
 
 private:
     virtual void openDevice(int number) = 0;

@@ -2,6 +2,8 @@
 
 #include <QApplication>
 #include <QBuffer>
+#include <QDir>
+#include <QFileInfo>
 #include <QGridLayout>
 #include <chrono>
 
@@ -18,16 +20,20 @@ constexpr std::chrono::milliseconds kTick{250};
 RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
     : QWidget(parent),
       picture_(new RScreenPicture(this)),
+      bezel_(new ScreenBezel(picture_, this)),
       screenDump_(makeField(this, "screenDump", 40)),
       screenDumpFName_(makeField(this, "ScreenDumpFName", 24)),
       autoIncrementOption_(makeCaptioned<QCheckBox>(this, "AutoIncrementOption", "Auto Increment")),
       autoIncValText_(makeField(this, "autoIncValText", 4)),
       commandScreenDump_(makeButton(this, "CommandScreenDump", "Save")),
+      saved_(new QLabel(this)),
       timer_(new QTimer(this)),
       screen_(link, *this, {rootDir_, fileName_, counter_, autoIncrement_}) {
+    // Where a picture without a folder goes.
+    screenDump_->setPlaceholderText(QDir::toNativeSeparators(QDir::currentPath() + QLatin1Char('/')));
     screenDumpFName_->setText(QStringLiteral("Grab1"));
     autoIncValText_->setText(QStringLiteral("0"));
-    autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment"));
+    autoIncValText_->setAccessibleName(QStringLiteral("Auto Increment, next number"));
 
     connect(autoIncValText_, &QLineEdit::textChanged, this,
             [this] { guarded([this] { screen_.autoIncValText_Change(); }); });
@@ -40,19 +46,31 @@ RScreenFrame::RScreenFrame(CommandLink& link, QWidget* parent)
         Qt::QueuedConnection);
     timer_->start();
 
+    place();
+    setTabChain({screenDump_, screenDumpFName_, autoIncrementOption_, autoIncValText_, commandScreenDump_});
+}
+
+void RScreenFrame::place() {
+    saved_->setTextFormat(Qt::PlainText);
+    // It keeps its place while it is hidden, and a long path must not widen the window.
+    QSizePolicy policy(QSizePolicy::Ignored, QSizePolicy::Fixed);
+    policy.setRetainSizeWhenHidden(true);
+    saved_->setSizePolicy(policy);
+    saved_->hide();
+
     auto* grid = new QGridLayout(this);
     grid->setContentsMargins(0, 0, 0, 0);
-    grid->addWidget(picture_, 0, 0, 1, 4, Qt::AlignLeft);
-    grid->setRowMinimumHeight(1, 12);
+    grid->addWidget(bezel_, 0, 0, 1, 4);
+    grid->setRowMinimumHeight(1, fontMetrics().height() / 2);
     grid->addWidget(makeLabel(this, "Label5", "Root Dir:", screenDump_), 2, 0);
     grid->addWidget(screenDump_, 2, 1, 1, 3);
     grid->addWidget(makeLabel(this, "Label6", "Filename:", screenDumpFName_), 3, 0);
     grid->addWidget(screenDumpFName_, 3, 1, 1, 3);
     grid->addWidget(autoIncrementOption_, 4, 1, Qt::AlignLeft);
     grid->addWidget(autoIncValText_, 4, 2);
-    grid->addWidget(commandScreenDump_, 5, 1, Qt::AlignLeft);
+    grid->addWidget(commandScreenDump_, 4, 3, Qt::AlignRight);
+    grid->addWidget(saved_, 5, 0, 1, 4);
     grid->setColumnStretch(3, 1);
-    setTabChain({screenDump_, screenDumpFName_, autoIncrementOption_, autoIncValText_, commandScreenDump_});
 }
 
 void RScreenFrame::RScreenTimer_Timer() {
@@ -68,11 +86,26 @@ const void* RScreenFrame::inFront() const {
 
 std::string RScreenFrame::savePicture(const std::string& path) {
     const QString name = QString::fromStdString(path);
+    const QString problem = write(name);
+    saved_->setVisible(problem.isEmpty());
+    if (!problem.isEmpty())
+        return (name + QStringLiteral("\r\n") + problem).toStdString();
+    tellSaved(QDir::toNativeSeparators(QFileInfo(name).absoluteFilePath()));
+    bezel_->flash();
+    return {};
+}
+
+void RScreenFrame::tellSaved(const QString& path) {
+    const QString text = QStringLiteral("Saved as ") + path;
+    saved_->setText(fontMetrics().elidedText(text, Qt::ElideMiddle, saved_->width()));
+    saved_->setToolTip(path);
+}
+
+QString RScreenFrame::write(const QString& path) const {
     QBuffer bitmap;
     bitmap.open(QIODevice::WriteOnly);
     picture_->image().save(&bitmap, "BMP");
-    const QString problem = replaceFile(name, bitmap.data(), QStringLiteral("picture"));
-    return problem.isEmpty() ? std::string() : (name + QStringLiteral("\r\n") + problem).toStdString();
+    return replaceFile(path, bitmap.data(), QStringLiteral("picture"));
 }
 
 }  // namespace quorvex

@@ -3,6 +3,8 @@
 #include <QPainter>
 #include <algorithm>
 
+#include "form/accessible.h"
+
 namespace quorvex {
 
 namespace {
@@ -18,6 +20,8 @@ RScreenPicture::RScreenPicture(QWidget* parent) : QWidget(parent), image_(kPictu
     draw();
     setObjectName(QStringLiteral("Picture1"));
     setFixedSize(kPicture);
+    setAccessibleRole(this, QAccessible::Graphic);
+    setAccessibleName(QStringLiteral("The Beltpack's display"));
     setAttribute(Qt::WA_OpaquePaintEvent);
 }
 

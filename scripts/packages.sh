@@ -6,9 +6,11 @@
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
 VIRTUAL_DISPLAY_PACKAGES=(xvfb)
 WAYLAND_PACKAGES=(qt6-wayland)
+ICON_PACKAGES=(librsvg2-bin)
 LINT_PACKAGES=(git clang-format clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 COVERAGE_PACKAGES=(gcovr python3)
+SHEET_PACKAGES=(imagemagick)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed

@@ -1,167 +1,91 @@
-#include <poll.h>
-#include <signal.h>
-#include <sys/prctl.h>
-#include <time.h>
-
-#include <algorithm>
-#include <array>
-#include <cerrno>
-#include <cinttypes>
 #include <cstdio>
 #include <exception>
+#include <fstream>
 #include <memory>
 #include <optional>
 #include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "simulator/bench_file.h"
+#include "simulator/bench_processes.h"
 #include "simulator/dump_file.h"
 #include "simulator/options.h"
-#include "simulator/paced_line.h"
-#include "simulator/pty_port.h"
+#include "simulator/replay.h"
+#include "simulator/serve.h"
 
 namespace {
 
-using quorvex::sim::DumpFile;
-using quorvex::sim::Options;
-using quorvex::sim::PacedLine;
-using quorvex::sim::PtyPort;
-using quorvex::sim::TranscriptEntry;
-using quorvex::sim::Unit;
+using namespace quorvex::sim;
 
 constexpr int kExitFailure = 1;
 constexpr int kExitUsage = 2;
-constexpr std::int64_t kNsPerSecond = 1'000'000'000;
-constexpr std::int64_t kMsPerSecond = 1000;
 
-volatile sig_atomic_t endRequested = 0;
-volatile sig_atomic_t dumpRequested = 0;
-
-void requestEnd(int /*signal*/) {
-    endRequested = 1;
-}
-void requestDump(int /*signal*/) {
-    dumpRequested = 1;
+int refused(const std::invalid_argument& error) {
+    std::fprintf(stderr, "quorvex-simulator: %s\nquorvex-simulator --help says more.\n", error.what());
+    return kExitUsage;
 }
 
-/// Keeps the signals away except while waiting, so that none can come between looking and waiting.
-/// Returns the mask to wait with.
-sigset_t setUpSignals() {
-    sigset_t held;
-    sigset_t whileWaiting;
-    sigemptyset(&held);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1})
-        sigaddset(&held, number);
-    sigprocmask(SIG_BLOCK, &held, &whileWaiting);
-    struct sigaction action {};
-    action.sa_handler = requestEnd;
-    for (const int number : {SIGINT, SIGTERM, SIGHUP})
-        sigaction(number, &action, nullptr);
-    action.sa_handler = requestDump;
-    sigaction(SIGUSR1, &action, nullptr);
-    // Whoever reads the traffic may leave first; the link is to be removed all the same.
-    action.sa_handler = SIG_IGN;
-    sigaction(SIGPIPE, &action, nullptr);
-    for (const int number : {SIGINT, SIGTERM, SIGHUP, SIGUSR1})
-        sigdelset(&whileWaiting, number);
-    return whileWaiting;
-}
-
-std::int64_t monotonicNs() {
-    timespec now{};
-    clock_gettime(CLOCK_MONOTONIC, &now);
-    return now.tv_sec * kNsPerSecond + now.tv_nsec;
-}
-
-void printEntry(const TranscriptEntry& entry) {
-    constexpr std::array<char, 3> kMarks{'>', '<', '*'};
-    std::printf("%6" PRId64 ".%03" PRId64 " %c %s\n", entry.atMs / kMsPerSecond, entry.atMs % kMsPerSecond,
-                kMarks.at(static_cast<std::size_t>(entry.kind)), entry.text.c_str());
-    std::fflush(stdout);
-}
-
-/// Sleeps until the program speaks, one opens or closes the port, a signal comes or `deadlineNs` is reached
-/// (nothing: no deadline).
-void waitForWork(std::array<pollfd, 2>& watched, std::optional<std::int64_t> deadlineNs,
-                 const sigset_t& mask) {
-    timespec rest{};
-    if (deadlineNs) {
-        const std::int64_t restNs = std::max<std::int64_t>(*deadlineNs - monotonicNs(), 0);
-        rest.tv_sec = restNs / kNsPerSecond;
-        rest.tv_nsec = restNs % kNsPerSecond;
-    }
-    if (ppoll(watched.data(), watched.size(), deadlineNs ? &rest : nullptr, &mask) < 0) {
-        for (pollfd& entry : watched)
-            entry.revents = 0;
-        if (errno != EINTR)
-            throw std::runtime_error("Cannot wait for the port.");
-    }
-}
-
-/// Plays the unit until a signal ends it. `dump`: nothing if none is wanted.
-void serve(Unit& unit, PtyPort& port, const Options& options, const std::optional<DumpFile>& dump,
-           const sigset_t& mask) {
-    const std::int64_t startNs = monotonicNs();
-    PacedLine line(unit, options.baud);
-    std::array<pollfd, 2> watched{{{port.userDescriptor(), POLLIN, 0}, {port.dataDescriptor(), POLLIN, 0}}};
-    while (endRequested == 0) {
-        std::optional<std::int64_t> deadlineNs = line.nextEventNs();
-        if (deadlineNs)
-            *deadlineNs += startNs;
-        waitForWork(watched, deadlineNs, mask);
-        // First of all: what a program sends must not meet what was left for the one before.
-        if (watched[0].revents != 0)
-            port.handleUsers();
-        const std::int64_t nowNs = monotonicNs() - startNs;
-        if (watched[1].revents != 0)
-            line.receive(port.read(), nowNs);
-        const std::string bytes = line.take(nowNs);
-        if (!bytes.empty() && !port.write(bytes) && options.traffic)
-            printEntry({nowNs / (kNsPerSecond / kMsPerSecond), TranscriptEntry::Kind::kNote,
-                        "nobody reads; bytes are lost"});
-        if (dumpRequested != 0) {
-            dumpRequested = 0;
-            if (dump)
-                dump->write(unit.dump());
-        }
-    }
-    if (dump)
-        dump->write(unit.dump());
-}
-
-void run(const Options& options) {
+void playUnit(const Options& options) {
     const std::unique_ptr<Unit> unit = makeUnit(options);
-    if (options.traffic)
-        unit->setTranscript(printEntry);
-    const sigset_t mask = setUpSignals();
     // Now: that there can be no dump must not turn out at the end.
-    std::optional<DumpFile> dump;
+    std::optional<DumpFile> file;
     if (!options.dumpPath.empty())
-        dump.emplace(options.dumpPath);
-    // The default of 50 us would add up over the bytes of a reply.
-    prctl(PR_SET_TIMERSLACK, 1UL);
-    PtyPort port(options.linkPath);
-    std::printf("%s ready on %s (%s)\n", describe(options).c_str(), options.linkPath.c_str(),
-                port.devicePath().c_str());
-    std::fflush(stdout);
-    serve(*unit, port, options, dump, mask);
+        file.emplace(options.dumpPath);
+    serve(*unit, options, [&] {
+        if (file)
+            file->write(unit->dump());
+    });
+}
+
+std::ifstream opened(const std::string& path) {
+    std::ifstream file(path);
+    if (!file)
+        throw std::invalid_argument("Cannot open " + path + ".");
+    return file;
+}
+
+void playTrace(const Options& options) {
+    std::ifstream trace = opened(options.file);
+    Replay unit(trace);
+    serve(unit, options, [] {});
+}
+
+/// Plays what `options` say. What goes wrong is told; returns the exit status.
+int play(const Options& options);
+
+int playUnits(const Options& options) {
+    std::ifstream file = opened(options.file);
+    return playBench(readBench(file), play);
+}
+
+int play(const Options& options) {
+    try {
+        if (options.play == Options::Play::kBench)
+            return playUnits(options);
+        if (options.play == Options::Play::kReplay)
+            playTrace(options);
+        else
+            playUnit(options);
+        return 0;
+    } catch (const std::invalid_argument& error) {
+        return refused(error);
+    } catch (const std::exception& error) {
+        std::fprintf(stderr, "quorvex-simulator: %s\n", error.what());
+        return kExitFailure;
+    }
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     try {
-        const Options options = quorvex::sim::parseOptions(std::vector<std::string>(argv + 1, argv + argc));
-        if (options.help)
-            std::fputs(quorvex::sim::helpText().c_str(), stdout);
-        else
-            run(options);
+        const Options options = parseOptions(std::vector<std::string>(argv + 1, argv + argc));
+        if (!options.help)
+            return play(options);
+        std::fputs(helpText().c_str(), stdout);
         return 0;
     } catch (const std::invalid_argument& error) {
-        std::fprintf(stderr, "quorvex-simulator: %s\nquorvex-simulator --help says more.\n", error.what());
-        return kExitUsage;
-    } catch (const std::exception& error) {
-        std::fprintf(stderr, "quorvex-simulator: %s\n", error.what());
-        return kExitFailure;
+        return refused(error);
     }
 }

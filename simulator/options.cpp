@@ -41,22 +41,27 @@ std::pair<int, std::string> readValue(const std::string& text) {
     return {readRegister("--set", text.substr(0, equals)), text.substr(equals + 1)};
 }
 
+/// What an option goes with.
+enum class With { kUnit, kReplayToo };
+
 struct Option {
     std::string_view name;
     std::string_view argument;  ///< its name in the help; empty: the option takes none
     std::string_view help;
     std::function<void(Options&, const std::string&)> apply;
+    With with = With::kUnit;
 };
 
 const std::vector<Option>& optionTable() {
     using Text = const std::string&;
     static const std::vector<Option> table{
         {"--link", "PATH", "where the program finds the port; a link to the pseudo-terminal (required)",
-         [](Options& o, Text text) { o.linkPath = text; }},
+         [](Options& o, Text text) { o.linkPath = text; }, With::kReplayToo},
         {"--module", "rm5|kirk", "the radio module that the unit carries; kirk unless said otherwise",
          [](Options& o, Text text) { o.module = readModule(text); }},
         {"--pace", "BAUD", "let bytes take their time on the line, 300 to 1000000; without it, none",
-         [](Options& o, Text text) { o.baud = parseNumber("--pace", text, 300, 1'000'000); }},
+         [](Options& o, Text text) { o.baud = parseNumber("--pace", text, 300, 1'000'000); },
+         With::kReplayToo},
         {"--set", "NN=HEX", "the unit holds these digits in register NN; may be repeated",
          [](Options& o, Text text) { o.values.push_back(readValue(text)); }},
         {"--unavailable", "NN", "the unit does not answer for register NN; may be repeated",
@@ -81,18 +86,37 @@ const std::vector<Option>& optionTable() {
         {"--dump", "FILE", "write what the unit holds to FILE at the end and on SIGUSR1",
          [](Options& o, Text text) { o.dumpPath = text; }},
         {"--traffic", "", "print every line received and sent, with its time in seconds",
-         [](Options& o, Text) { o.traffic = true; }},
+         [](Options& o, Text) { o.traffic = true; }, With::kReplayToo},
         {"--help", "", "print this and end", [](Options& o, Text) { o.help = true; }},
     };
     return table;
 }
 
-Options::UnitKind readUnit(const std::string& word) {
+constexpr const char* kSayWhich = "Say which unit: beltpack or antenna.";
+
+void readUnit(Options& options, const std::string& word) {
     if (word == "beltpack")
-        return Options::UnitKind::kBeltpack;
-    if (word == "antenna")
-        return Options::UnitKind::kActiveAntenna;
-    refuse("\"" + word + "\" is neither \"beltpack\" nor \"antenna\".");
+        options.unit = Options::UnitKind::kBeltpack;
+    else if (word == "antenna")
+        options.unit = Options::UnitKind::kActiveAntenna;
+    else
+        refuse("\"" + word + "\" is neither \"beltpack\" nor \"antenna\".");
+}
+
+/// The words that are no options: what to play.
+void readWords(Options& options, const std::vector<std::string>& words) {
+    if (words.empty())
+        refuse(kSayWhich);
+    if (words[0] != "replay" && words[0] != "bench") {
+        readUnit(options, words[0]);
+        if (words.size() != 1)
+            refuse(kSayWhich);
+        return;
+    }
+    if (words.size() != 2)
+        refuse("Say which file: " + words[0] + " FILE.");
+    options.play = words[0] == "replay" ? Options::Play::kReplay : Options::Play::kBench;
+    options.file = words[1];
 }
 
 /// A stream that the line cannot carry would only pile up.
@@ -106,9 +130,18 @@ void checkPace(const Options& options) {
                std::to_string(bits) + ".");
 }
 
-void check(const Options& options, int units) {
-    if (units != 1)
-        refuse("Say which unit: beltpack or antenna.");
+void checkGiven(const Options& options, const std::vector<const Option*>& given) {
+    for (const Option* option : given) {
+        if (options.play == Options::Play::kBench)
+            refuse(std::string(option->name) + " stands in the bench's file, with the unit it is for.");
+        if (options.play == Options::Play::kReplay && option->with != With::kReplayToo)
+            refuse(std::string(option->name) + " is not for a replay.");
+    }
+}
+
+void check(const Options& options) {
+    if (options.play == Options::Play::kBench)
+        return;
     if (options.linkPath.empty())
         refuse("Say where the port is to be found: --link PATH.");
     const bool rm5Antenna =
@@ -117,7 +150,8 @@ void check(const Options& options, int units) {
         refuse("--refuse-kirk-reads is for an antenna with --module rm5.");
     if (options.framesPerSecond > 0 && options.unit != Options::UnitKind::kBeltpack)
         refuse("--display-rate is for a beltpack.");
-    checkPace(options);
+    if (options.play == Options::Play::kUnit)
+        checkPace(options);
 }
 
 std::string padded(std::string_view text, std::size_t width) {
@@ -141,12 +175,12 @@ std::string faultForm(const FaultRule& rule) {
 
 Options parseOptions(const std::vector<std::string>& arguments) {
     Options options;
-    int units = 0;
+    std::vector<std::string> words;
+    std::vector<const Option*> given;
     for (std::size_t i = 0; i < arguments.size(); ++i) {
         const std::string& word = arguments[i];
         if (!word.starts_with("-")) {
-            options.unit = readUnit(word);
-            ++units;
+            words.push_back(word);
             continue;
         }
         const auto option = std::ranges::find(optionTable(), word, &Option::name);
@@ -156,9 +190,13 @@ Options parseOptions(const std::vector<std::string>& arguments) {
         if (takesArgument && ++i == arguments.size())
             refuse(word + " needs " + std::string(option->argument) + " after it.");
         option->apply(options, takesArgument ? arguments[i] : std::string());
+        given.push_back(&*option);
     }
-    if (!options.help)
-        check(options, units);
+    if (options.help)
+        return options;
+    readWords(options, words);
+    checkGiven(options, given);
+    check(options);
     return options;
 }
 
@@ -196,6 +234,8 @@ std::unique_ptr<Unit> makeUnit(const Options& options) {
 }
 
 std::string describe(const Options& options) {
+    if (options.play == Options::Play::kReplay)
+        return "replay of " + options.file;
     const char* unit = options.unit == Options::UnitKind::kBeltpack ? "beltpack" : "antenna";
     const char* module = options.module == RfModule::kKirk ? "Kirk" : "RM5";
     return std::string(unit) + " (" + module + ")";
@@ -206,9 +246,15 @@ std::string helpText() {
     constexpr std::size_t kFaultWidth = 26;
     std::string text =
         "Usage: quorvex-simulator beltpack|antenna --link PATH [option ...]\n"
+        "       quorvex-simulator replay FILE --link PATH [--pace BAUD] [--traffic]\n"
+        "       quorvex-simulator bench FILE\n"
         "\n"
         "Plays a unit on a pseudo-terminal until it is interrupted. Open PATH as the serial port.\n"
-        "Exit status: 0 at the end, 1 if the port or the dump cannot be made, 2 for a wrong command line.\n"
+        "replay: says what the unit said in a trace of the utility. bench: as many units as FILE has lines, "
+        "each\n"
+        "with the words of a command line; empty lines and those that begin with # count for nothing.\n"
+        "Exit status: 0 at the end, 1 if the port or the dump cannot be made, 2 for a wrong command line or "
+        "file.\n"
         "\n"
         "Options:\n";
     for (const Option& option : optionTable()) {

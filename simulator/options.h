@@ -16,7 +16,11 @@ namespace quorvex::sim {
 struct Options {
     enum class UnitKind { kBeltpack, kActiveAntenna };
 
+    enum class Play { kUnit, kReplay, kBench };
+
     bool help = false;  ///< nothing else counts then
+    Play play = Play::kUnit;
+    std::string file;  ///< the trace of a replay, the units of a bench
     UnitKind unit = UnitKind::kBeltpack;
     RfModule module = RfModule::kKirk;
     std::string linkPath;
@@ -39,8 +43,8 @@ struct Options {
 /// says what is wrong.
 Options parseOptions(const std::vector<std::string>& arguments);
 
-/// The unit that `options` describes. Throws std::invalid_argument with a sentence if a value or a
-/// register number does not fit that unit.
+/// The unit that `options` describe, for Play::kUnit. Throws std::invalid_argument with a sentence if a value
+/// or a register number does not fit that unit.
 std::unique_ptr<Unit> makeUnit(const Options& options);
 
 /// "beltpack (Kirk)" and the like.

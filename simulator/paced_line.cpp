@@ -12,7 +12,7 @@ constexpr std::int64_t kBitsPerByte = 10;  // start bit, eight data bits, stop b
 
 }  // namespace
 
-PacedLine::PacedLine(Unit& unit, int baud)
+PacedLine::PacedLine(LineEnd& unit, int baud)
     : unit_(unit), byteNs_(baud > 0 ? kBitsPerByte * kNsPerSecond / baud : 0) {}
 
 void PacedLine::receive(std::string_view bytes, std::int64_t nowNs) {

@@ -6,7 +6,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/unit.h"
+#include "simulator/line_end.h"
 
 namespace quorvex::sim {
 
@@ -19,7 +19,7 @@ namespace quorvex::sim {
 class PacedLine {
 public:
     /// `baud` bits a second, or 0 for a line that takes no time. The unit must outlive the line.
-    PacedLine(Unit& unit, int baud);
+    PacedLine(LineEnd& unit, int baud);
 
     /// Bytes that the program has sent at `nowNs`.
     void receive(std::string_view bytes, std::int64_t nowNs);
@@ -39,7 +39,7 @@ private:
     void collect(std::int64_t nowNs);
     std::optional<std::int64_t> unitEventNs() const;
 
-    Unit& unit_;
+    LineEnd& unit_;
     std::int64_t byteNs_;
     std::deque<Byte> toUnit_;
     std::deque<Byte> toProgram_;

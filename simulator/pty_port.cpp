@@ -106,8 +106,9 @@ bool PtyPort::write(std::string_view bytes) {
     return ::write(master_, bytes.data(), bytes.size()) == static_cast<ssize_t>(bytes.size());
 }
 
-void PtyPort::handleUsers() {
+bool PtyPort::handleUsers() {
     std::array<char, 4096> buffer{};
+    bool opened = false;
     bool closed = false;
     ssize_t count = 0;
     while ((count = ::read(watch_, buffer.data(), buffer.size())) > 0) {
@@ -115,6 +116,7 @@ void PtyPort::handleUsers() {
             inotify_event event{};
             std::memcpy(&event, buffer.data() + at, sizeof event);
             at += sizeof event + event.len;
+            opened = opened || (event.mask & IN_OPEN) != 0;
             closed = closed || (event.mask & IN_CLOSE) != 0;
         }
     }
@@ -123,6 +125,7 @@ void PtyPort::handleUsers() {
     ::tcflush(slave_, TCIFLUSH);
     if (closed)
         ::ioctl(slave_, TIOCNXCL);
+    return opened;
 }
 
 }  // namespace quorvex::sim

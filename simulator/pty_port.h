@@ -34,8 +34,8 @@ public:
     bool write(std::string_view bytes);
 
     /// To be called when userDescriptor() has something, and before read(): makes the port fresh for the
-    /// program that opens it or will open it next.
-    void handleUsers();
+    /// program that opens it or will open it next. Whether one has opened it.
+    bool handleUsers();
 
 private:
     void openTerminal();

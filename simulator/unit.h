@@ -11,16 +11,14 @@
 #include "simulator/calibration_stream.h"
 #include "simulator/fault.h"
 #include "simulator/frame.h"
+#include "simulator/line_end.h"
 #include "simulator/register_bank.h"
-#include "simulator/transcript.h"
 
 namespace quorvex::sim {
 
 enum class RfModule { kRm5, kKirk };
 
-/// One unit at the other end of the serial line. It takes the bytes that the program sends and gives back
-/// those that the unit would send, nothing more: time is an argument and never read, so a test may let a
-/// minute pass in one call. Times are milliseconds from any start, never going back.
+/// One unit at the other end of the serial line.
 ///
 /// What every unit does:
 /// - a line ends with carriage return and line feed, and both are needed; lines that are not understood
@@ -32,23 +30,15 @@ enum class RfModule { kRm5, kKirk };
 ///   enough; digits beyond LL and trailing blanks are passed over. Not answered unless asked for;
 /// - a version request is answered by any count of unrelated lines and the version line;
 /// - a Kirk module's calibration mode makes it send records, see CalibrationStream.
-class Unit {
+class Unit : public LineEnd {
 public:
-    virtual ~Unit() = default;
     Unit(const Unit&) = delete;
     Unit& operator=(const Unit&) = delete;
 
-    /// Bytes from the program, arrived at `nowMs`.
-    void receive(std::string_view bytes, std::int64_t nowMs);
-
-    /// Everything that the unit has put on the line by `nowMs` and that was not taken before.
-    std::string take(std::int64_t nowMs);
-
-    /// When the unit next has something to say if nobody speaks to it; nothing if it never has.
-    std::optional<std::int64_t> nextEventMs() const;
-
-    /// Calls `transcript` with every complete line received and everything taken, as it happens.
-    void setTranscript(Transcript transcript) { transcript_ = std::move(transcript); }
+    void receive(std::string_view bytes, std::int64_t nowMs) override;
+    std::string take(std::int64_t nowMs) override;
+    std::optional<std::int64_t> nextEventMs() const override;
+    void setTranscript(Transcript transcript) override { transcript_ = std::move(transcript); }
 
     void addFault(const Fault& fault) { faults_.add(fault); }
     void clearFaults() { faults_.clear(); }

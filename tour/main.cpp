@@ -1,3 +1,4 @@
+#include <QCommandLineParser>
 #include <QCoreApplication>
 #include <cstdio>
 
@@ -39,8 +40,8 @@ bool takeStep(Visitor& visitor, int number, const Step& step) {
 }
 
 /// Stops at the first step that fails, since those after it build on it.
-int takeTour(const QDir& folder) {
-    Visitor visitor(folder);
+int takeTour(const QDir& folder, const Look& look) {
+    Visitor visitor(folder, look);
     const auto& steps = allSteps();
     int number = 0;
     for (const Step& step : steps) {
@@ -58,17 +59,24 @@ int takeTour(const QDir& folder) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    if (argc != 2) {
-        std::fputs(
-            "Usage: quorvex-tour FOLDER\n\nTakes a tour through the main window and leaves its pictures in "
-            "FOLDER.\n",
-            stderr);
-        return 2;
-    }
     const QCoreApplication application(argc, argv);
+    const QCommandLineOption scale("scale", "Scale of the display, 1.5 for example.", "factor");
+    const QCommandLineOption dark("dark", "A dark palette.");
+    const QCommandLineOption font("font", "Size of the window's font.", "points");
+    QCommandLineParser options;
+    options.setApplicationDescription(
+        "Takes a tour through the main window and leaves its pictures in the folder.");
+    options.addOptions({scale, dark, font});
+    options.addHelpOption();
+    options.addPositionalArgument("folder", "Where the pictures go.");
+    options.process(application);
+    const QStringList folders = options.positionalArguments();
+    if (folders.size() != 1)
+        options.showHelp(2);
     qputenv("QUORVEX_BIN", QCoreApplication::applicationDirPath().toLocal8Bit());
     try {
-        return takeTour(makeFolder(QString::fromLocal8Bit(argv[1])));
+        return takeTour(makeFolder(folders.first()),
+                        {options.value(scale), options.value(font), options.isSet(dark)});
     } catch (const TourFailure& failure) {
         std::fprintf(stderr, "quorvex-tour: %s\n", failure.what());
         return 1;

@@ -20,14 +20,22 @@ std::map<const Unit*, UnitProcess> unitsAt(const QString& ports) {
     return units;
 }
 
+/// What the program finds; an empty one it does not.
+QMap<QString, QString> surroundings(const QString& ports, const QString& config, const Look& look) {
+    return {{"QUORVEX_PORTS", ports},
+            {"XDG_CONFIG_HOME", config},
+            {"QT_QPA_PLATFORM", qEnvironmentVariable("QT_QPA_PLATFORM")},
+            {"QT_SCALE_FACTOR", look.scale},
+            {"QUORVEX_FONT_POINTS", look.fontPoints},
+            {"QUORVEX_DARK", look.dark ? "1" : ""}};
+}
+
 }  // namespace
 
-Visitor::Visitor(const QDir& folder)
+Visitor::Visitor(const QDir& folder, const Look& look)
     : folder_(folder),
       units_(unitsAt(file("ports"))),
-      program_({{"QUORVEX_PORTS", file("ports")},
-                {"XDG_CONFIG_HOME", file("config")},
-                {"QT_QPA_PLATFORM", qEnvironmentVariable("QT_QPA_PLATFORM")}}) {}
+      program_(surroundings(file("ports"), file("config"), look)) {}
 
 QString Visitor::holds(const Unit& unit) const {
     return QString::fromLatin1(units_.at(&unit).holds(unit.dump(file("ports"))));

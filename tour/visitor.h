@@ -17,13 +17,20 @@ public:
     explicit TourFailure(const QString& sentence) : std::runtime_error(sentence.toStdString()) {}
 };
 
+/// How the window is to look.
+struct Look {
+    QString scale;       ///< of the display, "1.5" for example; empty: the display's own
+    QString fontPoints;  ///< empty: the system's font
+    bool dark = false;
+};
+
 /// A person at the program's main window, with mouse and keyboard, and simulated units at its ports. Controls
 /// are named by their objectName. What a deed leads to comes a moment later, so every look waits for what it
 /// expects. All of it throws TourFailure.
 class Visitor {
 public:
     /// Everything that the visitor makes goes into `folder`.
-    explicit Visitor(const QDir& folder);
+    Visitor(const QDir& folder, const Look& look);
 
     QString file(const QString& name) const { return folder_.filePath(name); }
     /// What the simulated unit holds: lines "NN=DIGITS".

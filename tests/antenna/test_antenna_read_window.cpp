@@ -15,11 +15,11 @@ const QStringList kStart{"# 0101 | hourglass | black: Reading FM Deviation...",
                          "# 0102 | hourglass | black: Reading FM Deviation...",
                          "# 0107 | hourglass | black: Detecting RF module type..."};
 const QStringList kRm5Lines{"# 0105", "# 0106"};
-const QStringList kKirkLines{"# 0105", "# 0107", "# 0109", "# 0106", "# 0108", "# 010a"};
+const QStringList kKirkWindowLines{"# 0105", "# 0107", "# 0109", "# 0106", "# 0108", "# 010a"};
 
 QStringList frequencySteps(sim::RfModule module) {
     QStringList steps;
-    for (const QString& line : module == kKirk ? kKirkLines : kRm5Lines)
+    for (const QString& line : module == kKirk ? kKirkWindowLines : kRm5Lines)
         steps << line + " | hourglass | black: Reading Frequency Accuracy...";
     return steps;
 }

@@ -61,6 +61,10 @@ constexpr Control kControls[] = {
     {kBeltPack, kId, "Label1", "QLabel", "PSN (Serial Number)", ""},
     {kBeltPack, kId, "TextBeltpackId", "QLineEdit", "", "Beltpack's PMID (Decimal)"},
     {kBeltPack, kId, "CommandSetBpId", "QPushButton", "Update", "Send PSN to Beltpack"},
+    {kBeltPack, kSystemId, "LabelEic", "QLabel", "EIC", ""},
+    {kBeltPack, kSystemId, "LabelFpn", "QLabel", "FPN", "Fur Character Quorvex System ID"},
+    {kBeltPack, kSystemId, "LabelFps", "QLabel", "FPS", ""},
+    {kBeltPack, kSystemId, "LabelParkB", "QLabel", "PARK B", ""},
     {kBeltPack, kSystemId, "TextEic", "QLineEdit", "", "Equipment Installer's Code (00EC for Tarvin)"},
     {kBeltPack, kSystemId, "TextFpn", "QLineEdit", "", "Quorvex System ID (Only 2nd and 4th digits used)"},
     {kBeltPack, kSystemId, "TextFps", "QLineEdit", "", "Matrix System Number (0-F)"},
@@ -106,6 +110,7 @@ constexpr Control kControls[] = {
     {kAntenna, kModuleA, "TextFreqAdjRxA", "QLineEdit", "", ""},
     {kAntenna, kModuleA, "TextFreqAdjTxA", "QLineEdit", "", ""},
     {kAntenna, kModuleA, "CommandCalibAAA", "QPushButton", "Calibrate", "Calibrate Module A"},
+    {kAntenna, kModuleA, "LabelFreqAdjA", "QLabel", "Frequency Accuracy:", ""},
     {kAntenna, kModuleA, "LabelRxA", "QLabel", "Rx", ""},
     {kAntenna, kModuleA, "LabelMidA", "QLabel", "Mid", ""},
     {kAntenna, kModuleA, "LabelTxA", "QLabel", "Tx", ""},
@@ -114,6 +119,7 @@ constexpr Control kControls[] = {
     {kAntenna, kModuleB, "TextFreqAdjRxB", "QLineEdit", "", ""},
     {kAntenna, kModuleB, "TextFreqAdjTxB", "QLineEdit", "", ""},
     {kAntenna, kModuleB, "CommandCalibAAB", "QPushButton", "Calibrate", "Calibrate Module B"},
+    {kAntenna, kModuleB, "LabelFreqAdjB", "QLabel", "Frequency Accuracy:", ""},
     {kAntenna, kModuleB, "LabelRxB", "QLabel", "Rx", ""},
     {kAntenna, kModuleB, "LabelMidB", "QLabel", "Mid", ""},
     {kAntenna, kModuleB, "LabelTxB", "QLabel", "Tx", ""},
@@ -218,6 +224,7 @@ void TestControls::labels_data() {
     row(kSystemId, "EIC", "TextEic");
     row(kSystemId, "FPN", "TextFpn", "Fur Character Quorvex System ID");
     row(kSystemId, "FPS", "TextFps");
+    row(kSystemId, "PARK B", "TextParkB");
     row(kCarriers, "Regulations", "BPRegulations");
     row(kCalibration, "FM Dev:", "TextFMDev");
     row(kCalibration, "Frequency Accuracy:", "TextFreqAccr");

@@ -9,10 +9,10 @@
 #include <QListWidget>
 #include <QRadioButton>
 #include <QStyleOptionFrame>
-#include <QStyleOptionGroupBox>
 #include <QTabWidget>
 #include <algorithm>
 
+#include "form/frame.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -27,6 +27,14 @@ const QStringList kKirkOnly{
     "TextFreqAccrTx", "TextFreqAccrRx", "LabelRx",        "LabelTx",      "LabelMid",   "TextFreqAdjTxA",
     "TextFreqAdjRxA", "TextFreqAdjTxB", "TextFreqAdjRxB", "LabelTxA",     "LabelRxA",   "LabelMidA",
     "LabelTxB",       "LabelMidB",      "LabelRxB",       "LabelRssiThr", "TextRssiThr"};
+
+constexpr int kDefaultPoints = 9;
+
+void setFontSize(int points) {
+    QFont face = QApplication::font();
+    face.setPointSize(points);
+    QApplication::setFont(face);
+}
 
 QString nameOf(const QWidget& widget) {
     if (!widget.objectName().isEmpty())
@@ -59,6 +67,7 @@ class TestLayout : public QObject {
 
 private Q_SLOTS:
     void init() { renew(bench_); }
+    void cleanup();
     void modulePositions_data();
     void modulePositions();
     void moduleCaptions_data();
@@ -67,20 +76,41 @@ private Q_SLOTS:
     void moduleControls();
     void fitsTheScreen_data() { pagesAndModules(); }
     void fitsTheScreen();
-    void captionsAreWhole_data() { pagesAndModules(); }
+    void captionsAreWhole_data() { pagesModulesAndFonts(); }
     void captionsAreWhole();
-    void nothingOverlaps_data() { pagesAndModules(); }
+    void nothingOverlaps_data() { pagesModulesAndFonts(); }
     void nothingOverlaps();
     void fieldsHoldTheirText_data();
     void fieldsHoldTheirText();
     void hexadecimalIsFixedPitch_data();
     void hexadecimalIsFixedPitch();
+    void hexadecimalFieldsGoByTheirDigits();
+    void buttonsBesideFieldsAreAlike();
     void controlsSayWhatTheyAre_data() { pagesAndModules(); }
     void controlsSayWhatTheyAre();
+    void columnsEndOnOneLine_data() { modules(); }
+    void columnsEndOnOneLine();
+    void fieldsAreOfOneHeight_data() { pagesModulesAndFonts(); }
+    void fieldsAreOfOneHeight();
+    void facesAreOfOneSize_data() { pagesModulesAndFonts(); }
+    void facesAreOfOneSize();
+    void calibrationButtonFollowsTheValues_data();
+    void calibrationButtonFollowsTheValues();
+    void enlargedWindowKeepsItTogether_data() { pagesAndModules(); }
+    void enlargedWindowKeepsItTogether();
+    void titlesHaveRoom();
     void longStatusDoesNotWidenTheWindow();
 
 private:
-    void pagesAndModules();
+    static void modules();
+    /// The rectangle of a control in the window.
+    QRect inWindow(const QString& name) {
+        const QWidget& control = bench_->control(name);
+        return {control.mapTo(&bench_->window(), QPoint()), control.size()};
+    }
+    void pagesAndModules() { rowsFor({9}); }
+    void pagesModulesAndFonts() { rowsFor({9, 11, 14, 18}); }
+    static void rowsFor(const QList<int>& fontPoints);
     void startAsRow();
 
     std::unique_ptr<Bench> bench_;
@@ -169,27 +199,37 @@ void TestLayout::moduleControls() {
     QCOMPARE(shown, expected);
 }
 
-void TestLayout::pagesAndModules() {
+void TestLayout::rowsFor(const QList<int>& fontPoints) {
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("type");
-    for (const QString& page : kPages) {
-        QTest::addRow("%s, RM5", qPrintable(page)) << page << "0";
-        QTest::addRow("%s, Kirk", qPrintable(page)) << page << "1";
+    QTest::addColumn<int>("points");
+    for (const int points : fontPoints) {
+        for (const QString& page : kPages) {
+            QTest::addRow("%s, RM5, %d", qPrintable(page), points) << page << "0" << points;
+            QTest::addRow("%s, Kirk, %d", qPrintable(page), points) << page << "1" << points;
+        }
     }
 }
 
 void TestLayout::startAsRow() {
     QFETCH(QString, page);
     QFETCH(QString, type);
+    QFETCH(int, points);
+    setFontSize(points);
     bench_->store.put("RfModule", type.toStdString());
     bench_->start();
     bench_->clickTab(page);
     QCoreApplication::processEvents();
 }
 
+void TestLayout::cleanup() {
+    bench_.reset();
+    setFontSize(kDefaultPoints);
+}
+
 void TestLayout::fitsTheScreen() {
     startAsRow();
-    constexpr QSize kScreen{1024, 768};
+    constexpr QSize kScreen{800, 600};
     constexpr int kTitleBar = 40;  // of a generous window manager
     const FrmMain& window = bench_->window();
     const QString size = QStringLiteral("%1 x %2").arg(window.width()).arg(window.height());
@@ -226,14 +266,9 @@ void TestLayout::captionsAreWhole() {
     for (const QGroupBox* frame : bench_->window().findChildren<QGroupBox*>()) {
         if (!frame->isVisible())
             continue;
-        QStyleOptionGroupBox option;
-        option.initFrom(frame);
-        option.text = frame->title();
-        option.subControls = QStyle::SC_GroupBoxFrame | QStyle::SC_GroupBoxLabel;
-        const QRect title =
-            frame->style()->subControlRect(QStyle::CC_GroupBox, &option, QStyle::SC_GroupBoxLabel, frame);
-        QVERIFY2(frame->rect().contains(title) &&
-                     title.width() >= frame->fontMetrics().horizontalAdvance(frame->title()),
+        const QFontMetrics heading(headingFace(frame->font()));
+        QVERIFY2(heading.horizontalAdvance(frame->title()) <= frame->contentsRect().width() &&
+                     heading.height() <= frame->contentsRect().top(),
                  qPrintable(frame->title()));
     }
 }
@@ -267,11 +302,14 @@ void TestLayout::nothingOverlaps() {
 }
 
 void TestLayout::fieldsHoldTheirText_data() {
+    QTest::addColumn<int>("points");
     QTest::addColumn<QString>("page");
     QTest::addColumn<QString>("field");
     QTest::addColumn<QString>("text");
     const auto row = [](int page, const char* field, const char* text) {
-        QTest::newRow(field) << kPages[page] << QString(field) << QString(text);
+        for (const int points : {9, 11, 14, 18})
+            QTest::addRow("%s, %d", field, points)
+                << points << kPages[page] << QString(field) << QString(text);
     };
     row(0, "TextBeltpackId", "1048575");
     row(0, "TextEic", "DDDD");
@@ -298,6 +336,8 @@ void TestLayout::fieldsHoldTheirText() {
     QFETCH(QString, page);
     QFETCH(QString, field);
     QFETCH(QString, text);
+    QFETCH(int, points);
+    setFontSize(points);
     bench_->store.put("RfModule", "1");
     bench_->start();
     bench_->clickTab(page);
@@ -328,6 +368,24 @@ void TestLayout::hexadecimalIsFixedPitch() {
     QCOMPARE(face.horizontalAdvance('*'), face.horizontalAdvance('D'));
 }
 
+void TestLayout::hexadecimalFieldsGoByTheirDigits() {
+    bench_->start();
+    const auto& one = bench_->control("TextFps");
+    const int digit = one.fontMetrics().horizontalAdvance('0');
+    for (const auto& [field, digits] :
+         {std::pair{"TextEic", 4}, {"TextFpn", 4}, {"TextParkB", 10}, {"TextPli", 10}, {"TextRfCarrs", 10}})
+        QCOMPARE(bench_->control(field).width() - one.width(), (digits - 1) * digit);
+    QVERIFY(one.width() < 4 * digit);
+}
+
+void TestLayout::buttonsBesideFieldsAreAlike() {
+    bench_->start();
+    const QWidget& first = bench_->control("CommandSetBpId");
+    for (const char* button : {"CmdUpdatePli", "CmdSetRfCarrs"})
+        QCOMPARE(bench_->control(button).size(), first.size());
+    QCOMPARE(first.width(), first.sizeHint().width());
+}
+
 // What a screen reader is told: the field's label, the label's own text, the button's caption.
 void TestLayout::controlsSayWhatTheyAre() {
     startAsRow();
@@ -348,6 +406,122 @@ void TestLayout::controlsSayWhatTheyAre() {
         QVERIFY2(!name.isEmpty() || hasLabel(*control), qPrintable(nameOf(*control)));
     }
     QVERIFY(asked > 0);
+}
+
+void TestLayout::modules() {
+    QTest::addColumn<QString>("type");
+    QTest::newRow("RM5") << "0";
+    QTest::newRow("Kirk") << "1";
+}
+
+void TestLayout::columnsEndOnOneLine() {
+    QFETCH(QString, type);
+    bench_->store.put("RfModule", type.toStdString());
+    bench_->start();
+    QCoreApplication::processEvents();
+    const int end = inWindow("buttonSetProdSettiings").bottom();
+    QCOMPARE(inWindow("CommandDectPPVerReq").bottom(), end);
+    QCOMPARE(inWindow("CommandCalibBp").bottom(), end);
+}
+
+void TestLayout::fieldsAreOfOneHeight() {
+    startAsRow();
+    const int height = inWindow("TextBeltpackId").height();
+    int compared = 0;
+    for (const QLineEdit* field :
+         bench_->control<QTabWidget>("SSTab1").currentWidget()->findChildren<QLineEdit*>()) {
+        if (!field->isVisible())
+            continue;
+        QCOMPARE(field->objectName() + QString::number(field->height()),
+                 field->objectName() + QString::number(height));
+        ++compared;
+    }
+    QVERIFY(compared > 2);
+}
+
+void TestLayout::facesAreOfOneSize() {
+    startAsRow();
+    QFETCH(int, points);
+    for (const QWidget* control : bench_->control("SSTab1").findChildren<QWidget*>()) {
+        const QString size = nameOf(*control) + ": %1";
+        QCOMPARE(size.arg(control->font().pointSizeF()), size.arg(points));
+    }
+}
+
+void TestLayout::calibrationButtonFollowsTheValues_data() {
+    QTest::addColumn<QString>("page");
+    QTest::addColumn<QString>("type");
+    QTest::addColumn<int>("points");
+    QTest::addColumn<QString>("button");
+    QTest::addColumn<QString>("last");  // the lowest control above it
+    for (const char* letter : {"A", "B"}) {
+        const QString button = QStringLiteral("CommandCalibAA") + letter;
+        QTest::addRow("RM5 %s", letter)
+            << kPages[1] << "0" << kDefaultPoints << button << QStringLiteral("TextFreqAdj") + letter;
+        QTest::addRow("Kirk %s", letter)
+            << kPages[1] << "1" << kDefaultPoints << button << QStringLiteral("LabelMid") + letter;
+    }
+    QTest::newRow("RM5 Beltpack") << kPages[0] << "0" << kDefaultPoints << "CommandCalibBp"
+                                  << "TextFreqAccr";
+    QTest::newRow("Kirk Beltpack") << kPages[0] << "1" << kDefaultPoints << "CommandCalibBp"
+                                   << "TextRssiThr";
+}
+
+void TestLayout::calibrationButtonFollowsTheValues() {
+    startAsRow();
+    QFETCH(QString, button);
+    QFETCH(QString, last);
+    constexpr int kGap = 8;
+    constexpr int kMargin = 3;
+    const QRect place = bench_->control(button).geometry();
+    const QWidget& frame = *bench_->control(button).parentWidget();
+    QCOMPARE(place.top(), bench_->control(last).geometry().bottom() + 1 + kGap);
+    QCOMPARE(place.left(), kMargin);
+    QCOMPARE(frame.width() - 1 - place.right(), kMargin);
+    QCOMPARE(frame.height() - 1 - place.bottom(), kMargin);
+}
+
+void TestLayout::enlargedWindowKeepsItTogether() {
+    startAsRow();
+    const auto placesOfControls = [this] {
+        QMap<QString, QRect> places;
+        for (const QWidget* control :
+             bench_->control<QTabWidget>("SSTab1").currentWidget()->findChildren<QWidget*>()) {
+            if (control->isVisible() && !control->objectName().isEmpty())
+                places[control->objectName()] = inWindow(control->objectName());
+        }
+        return places;
+    };
+    const QMap<QString, QRect> before = placesOfControls();
+    QVERIFY(!before.isEmpty());
+    bench_->window().resize(bench_->window().size() + QSize(400, 300));
+    QCoreApplication::processEvents();
+    QCOMPARE(placesOfControls(), before);
+}
+
+// A window manager puts its buttons beside the title, which is often bold.
+void TestLayout::titlesHaveRoom() {
+    constexpr int kButtons = 100;
+    bench_->startWith(kRm5);
+    int looked = 0;
+    const auto look = [&looked](QDialog& dialog) {
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        const int needed = QFontMetrics(bold).horizontalAdvance(dialog.windowTitle()) + kButtons;
+        QVERIFY2(dialog.width() >= needed, qPrintable(dialog.windowTitle()));
+        ++looked;
+    };
+    for (const char* item : {"mnuComPort", "mnuRfModule"}) {
+        bench_->person.plan([&](QDialog& dialog) {
+            look(dialog);
+            QTest::keyClick(&dialog, Qt::Key_Escape);
+        });
+        bench_->clickMenu(item);
+    }
+    bench_->person.beforeOk(look);
+    bench_->clickMenu("mnuAbout");
+    bench_->window().link().console().messageBox("Rd Error", Icon::none);
+    QCOMPARE(looked, 4);
 }
 
 void TestLayout::longStatusDoesNotWidenTheWindow() {

@@ -6,6 +6,7 @@
 
 #include "app/com_select.h"
 #include "form/qt_console.h"
+#include "tests/app/port_dialog_hand.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -17,20 +18,6 @@ const QString kDialog = dialogEntry("ComSelect", "Select Serial Port");
 
 QComboBox& portsOf(QDialog& dialog) {
     return *dialog.findChild<QComboBox*>("ComboCom");
-}
-
-void press(QDialog& dialog, const char* button) {
-    hand::click(*dialog.findChild<QWidget*>(button));
-}
-
-/// Picks by the keyboard, as the drop-down lets one.
-void pick(QDialog& dialog, int number) {
-    QComboBox& ports = portsOf(dialog);
-    ports.setFocus();
-    QTest::keyClick(&ports, Qt::Key_Home);
-    for (int i = 1; i < number; ++i)
-        QTest::keyClick(&ports, Qt::Key_Down);
-    QCOMPARE(ports.currentText(), "COM" + QString::number(number));
 }
 
 QStringList hoverTextsOf(QDialog& dialog) {
@@ -57,6 +44,7 @@ private Q_SLOTS:
     void keepsInTheDropDown();
     void hoverTexts();
     void hoverTextsComeAfterIt();
+    void hoverTextsComeOnce();
     void preselects_data();
     void preselects();
     void preselectsNothingForZero();
@@ -154,6 +142,19 @@ void TestPortDialog::hoverTextsComeAfterIt() {
             QTRY_VERIFY(!hoverTextsOf(dialog).contains(QString()));
     }
     QCoreApplication::processEvents();
+}
+
+// Not at each time that the dialog is painted.
+void TestPortDialog::hoverTextsComeOnce() {
+    bench_->person.plan([&](QDialog& dialog) {
+        QTRY_VERIFY(!hoverTextsOf(dialog).contains(QString()));
+        portsOf(dialog).setItemData(0, "stays", Qt::ToolTipRole);
+        dialog.grab();
+        QCoreApplication::processEvents();
+        QCOMPARE(hoverTextsOf(dialog).first(), "stays");
+        press(dialog, "CmdCancel");
+    });
+    bench_->clickMenu("mnuComPort");
 }
 
 void TestPortDialog::preselects_data() {

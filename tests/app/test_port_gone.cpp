@@ -26,11 +26,11 @@ struct Deal {
     const char* version;  ///< the field that tells the outcome; null: the status line does
 };
 
-const QString kNotReadBack = "Value could not read back from Beltpack!";
+const QString kBoxNotReadBack = "Value could not read back from Beltpack!";
 const QString kNoBeltpack = "black: Error communicating with Beltpack.";
-const QString kNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
-const QString kRead = "green: Settings read from Beltpack successfully.";
-const QString kNotWritten =
+const QString kBoxNoResponse = "No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.";
+const QString kReadDone = "green: Settings read from Beltpack successfully.";
+const QString kBoxNotWritten =
     "Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.";
 const QString kWritten = "green: Settings written to Beltpack successfully!";
 const QString kNoAntenna = "No Response from Active Antenna!";
@@ -44,9 +44,9 @@ const std::vector<Deal>& deals() {
          "CommandRdSettingsBp",
          {},
          false,
-         kNoResponse,
+         kBoxNoResponse,
          kNoBeltpack,
-         kRead,
+         kReadDone,
          nullptr},
         {"read, Kirk",
          false,
@@ -54,18 +54,18 @@ const std::vector<Deal>& deals() {
          "CommandRdSettingsBp",
          {},
          false,
-         kNoResponse,
+         kBoxNoResponse,
          kNoBeltpack,
-         kRead,
+         kReadDone,
          nullptr},
-        {"write", false, kRm5, "CommandWrite", {}, true, kNotWritten, kNoBeltpack, kWritten, nullptr},
+        {"write", false, kRm5, "CommandWrite", {}, true, kBoxNotWritten, kNoBeltpack, kWritten, nullptr},
         {"production values",
          false,
          kRm5,
          "buttonSetProdSettiings",
          {},
          true,
-         kNotWritten,
+         kBoxNotWritten,
          kNoBeltpack,
          kWritten,
          nullptr},
@@ -75,7 +75,7 @@ const std::vector<Deal>& deals() {
          "CommandSetBpId",
          {{"TextBeltpackId", "77777"}},
          false,
-         kNotReadBack,
+         kBoxNotReadBack,
          "black: Beltpack's PSN could not be updated.",
          "black: Beltpack's PSN updated successfully.",
          nullptr},
@@ -85,7 +85,7 @@ const std::vector<Deal>& deals() {
          "CommandSetSysID",
          {{"TextParkB", "1123456A00"}},
          false,
-         kNotReadBack,
+         kBoxNotReadBack,
          "black: Beltpack's System Id could not be updated.",
          "black: Beltpack's System Id updated succesfully.",
          nullptr},
@@ -96,7 +96,7 @@ const std::vector<Deal>& deals() {
          "CommandSetSysID",
          {{"TextParkB", "1123456"}},
          false,
-         kNotReadBack,
+         kBoxNotReadBack,
          "black: Beltpack's System Id could not be updated.",
          "black: Beltpack's System Id updated succesfully.",
          nullptr},
@@ -106,7 +106,7 @@ const std::vector<Deal>& deals() {
          "CmdUpdatePli",
          {{"TextPli", "27"}},
          false,
-         kNotReadBack,
+         kBoxNotReadBack,
          "black: Beltpack's PLI could not be updated.",
          "black: Beltpack's PLI updated successfully.",
          nullptr},
@@ -116,7 +116,7 @@ const std::vector<Deal>& deals() {
          "CmdSetRfCarrs",
          {{"TextRfCarrs", "03FE0A0B0C"}},
          false,
-         kNotReadBack,
+         kBoxNotReadBack,
          "black: Beltpack's RF Carrier mask could not be updated.",
          "black: Beltpack's RF Carrier Mask updated successfully.",
          nullptr},
@@ -320,15 +320,16 @@ void TestPortGone::anotherBeltpackInTheWaitForAMissingValue() {
         bench_->wire.forgetLines();
     });
     press(read);
-    QCOMPARE(bench_->journal.take(), QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close",
-                                                  "open 2", "store ComPort=2", failureEntry(kNoResponse)}));
+    QCOMPARE(bench_->journal.take(),
+             QStringList({dialogEntry("ComSelect", "Select Serial Port"), "close", "open 2",
+                          "store ComPort=2", failureEntry(kBoxNoResponse)}));
     QCOMPARE(bench_->status(), kNoBeltpack);
     QCOMPARE(bench_->wire.lines(), QStringList());
     QVERIFY(!bench_->control("CommandWrite").isEnabled());
 
     press(read);
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kRead);
+    QCOMPARE(bench_->status(), kReadDone);
     QCOMPARE(bench_->text("TextBeltpackId"), "77777");
     const auto image = imageOf(*bench_);
     QCOMPARE(image.at("01"), "0044312FD1");

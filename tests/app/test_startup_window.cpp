@@ -1,5 +1,9 @@
 #include <QComboBox>
+#include <QMessageBox>
+#include <QWindow>
+#include <optional>
 
+#include "tests/app/port_dialog_hand.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -7,24 +11,29 @@ namespace quorvex {
 
 namespace {
 
-const QString kPortDialog = dialogEntry("ComSelect", "Select Serial Port");
+const QString kStartDialog = dialogEntry("ComSelect", "Select Serial Port");
 
 QString notOpened(const QString& number) {
     return failureEntry("Could not open COM " + number);
 }
 
-void pick(QDialog& dialog, int number) {
-    auto* ports = dialog.findChild<QComboBox*>("ComboCom");
-    ports->setFocus();
-    QTest::keyClick(ports, Qt::Key_Home);
-    for (int i = 1; i < number; ++i)
-        QTest::keyClick(ports, Qt::Key_Down);
-    QCOMPARE(ports->currentText(), "COM" + QString::number(number));
-}
+/// Whether the window was on the screen when the first message box was shown over it.
+class BoxWatch : public QObject {
+public:
+    explicit BoxWatch(const QWidget& window) : window_(window) { qApp->installEventFilter(this); }
+    const std::optional<bool>& wasExposed() const { return wasExposed_; }
 
-void press(QDialog& dialog, const char* button) {
-    hand::click(*dialog.findChild<QWidget*>(button));
-}
+protected:
+    bool eventFilter(QObject* object, QEvent* event) override {
+        if (event->type() == QEvent::Show && qobject_cast<QMessageBox*>(object) && !wasExposed_)
+            wasExposed_ = window_.windowHandle()->isExposed();
+        return false;
+    }
+
+private:
+    const QWidget& window_;
+    std::optional<bool> wasExposed_;
+};
 
 }  // namespace
 
@@ -49,6 +58,10 @@ private Q_SLOTS:
     void badStoredPort();
     void badStoredModule();
     void worksWithoutAPort();
+    void boxWaitsForTheWindow();
+    void hoverOfThePort_data();
+    void hoverOfThePort();
+    void hoverOfALostPort();
 
 private:
     std::unique_ptr<Bench> bench_;
@@ -128,7 +141,7 @@ void TestStartupWindow::anotherPortInstead() {
     });
     bench_->start();
     QCOMPARE(bench_->journal.take(),
-             QStringList({"cannot open 3", notOpened("3"), kPortDialog, "open 5", "store ComPort=5"}));
+             QStringList({"cannot open 3", notOpened("3"), kStartDialog, "open 5", "store ComPort=5"}));
     QCOMPARE(labels, QStringList({"No Comms", "No Comms"}));
     QCOMPARE(bench_->text("LabelComPort"), "COM5");
     QVERIFY(bench_->wire.isOpen());
@@ -154,7 +167,7 @@ void TestStartupWindow::givesUp() {
             press(dialog, "CmdCancel");
     });
     bench_->start();
-    QCOMPARE(bench_->journal.take(), QStringList({"cannot open 12", notOpened("12"), kPortDialog}));
+    QCOMPARE(bench_->journal.take(), QStringList({"cannot open 12", notOpened("12"), kStartDialog}));
     QCOMPARE(bench_->text("LabelComPort"), "No Comms");
     QVERIFY(!bench_->wire.isOpen());
     QVERIFY(bench_->window().isVisible());
@@ -172,7 +185,7 @@ void TestStartupWindow::secondPortFailsToo() {
     });
     bench_->start();
     QCOMPARE(bench_->journal.take(),
-             QStringList({"cannot open 1", notOpened("1"), kPortDialog, "cannot open 2", notOpened("2")}));
+             QStringList({"cannot open 1", notOpened("1"), kStartDialog, "cannot open 2", notOpened("2")}));
     QCOMPARE(bench_->text("LabelComPort"), "No Comms");
     QCOMPARE(bench_->store.get("ComPort", "none"), "none");
 }
@@ -234,7 +247,7 @@ void TestStartupWindow::badStoredModule() {
         press(dialog, "CmdOK");
     });
     bench_->start();
-    QCOMPARE(bench_->journal.take(), QStringList({notOpened(""), kPortDialog, "open 4", "store ComPort=4"}));
+    QCOMPARE(bench_->journal.take(), QStringList({notOpened(""), kStartDialog, "open 4", "store ComPort=4"}));
     QCOMPARE(bench_->text("LabelComPort"), "COM4");
     QCOMPARE(bench_->store.get("RfModule", ""), "abc");
 }
@@ -251,6 +264,62 @@ void TestStartupWindow::worksWithoutAPort() {
     QCOMPARE(bench_->status(), "black: Error communicating with Beltpack.");
     QCOMPARE(bench_->clock.nowMs, 0);  // a closed port is not waited for
     QVERIFY(!Bench::isHourglassUp());
+}
+
+void TestStartupWindow::boxWaitsForTheWindow() {
+    bench_->wire.refuse(1);
+    FrmMain window({bench_->wire, bench_->loop, bench_->store});
+    const BoxWatch watch(window);
+    bench_->person.plan([](QDialog& dialog) { press(dialog, "CmdCancel"); });
+    window.show();
+    QVERIFY(!window.windowHandle()->isExposed());
+    window.load();
+    QCOMPARE(watch.wasExposed(), std::optional(true));
+}
+
+void TestStartupWindow::hoverOfThePort_data() {
+    QTest::addColumn<bool>("isThere");
+    QTest::addColumn<bool>("opens");
+    QTest::addColumn<QString>("module");  // as stored
+    QTest::addColumn<QString>("hover");   // "%1" is the device
+    const QString why =
+        "Not open: close any other program that uses it, then choose the port again in the menu.";
+    QTest::newRow("open") << true << true << "0"
+                          << "%1";
+    QTest::newRow("there, but not open") << true << false << "0"
+                                         << "%1\n" + why;
+    QTest::newRow("absent") << false << false << "0"
+                            << "%1\nAbsent: connect the adapter, or choose another port.";
+    QTest::newRow("none was tried") << true << false << "abc"
+                                    << "";
+}
+
+// What the label's hover text says of the port, after a failed start as well.
+void TestStartupWindow::hoverOfThePort() {
+    QFETCH(bool, isThere);
+    QFETCH(bool, opens);
+    QFETCH(QString, module);
+    QFETCH(QString, hover);
+    const QString device = bench_->noPorts.filePath(isThere ? "device" : "COM3");
+    if (isThere) {
+        QVERIFY(QFile(device).open(QIODevice::WriteOnly));
+        QVERIFY(QFile::link(device, bench_->noPorts.filePath("COM3")));
+    }
+    bench_->store.put("ComPort", "3");
+    bench_->store.put("RfModule", module.toStdString());
+    bench_->wire.refuse(3, !opens);
+    if (!opens)
+        bench_->person.plan([](QDialog& dialog) { press(dialog, "CmdCancel"); });
+    bench_->start();
+    QCOMPARE(bench_->control("LabelComPort").toolTip(), hover.replace("%1", device));
+}
+
+void TestStartupWindow::hoverOfALostPort() {
+    bench_->start();
+    bench_->window().portLost();
+    QCOMPARE(bench_->text("LabelComPort"), "No Comms");
+    QCOMPARE(bench_->control("LabelComPort").toolTip(),
+             "The connection to the port was lost: check the cable, then choose the port again in the menu.");
 }
 
 }  // namespace quorvex

@@ -5,6 +5,8 @@
 #include <QTabWidget>
 #include <QWindow>
 
+#include "form/button.h"
+#include "simulator/active_antenna.h"
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
 
@@ -18,7 +20,7 @@ const QStringList kIdentity{
     "TextBeltpackId",     "CommandSetBpId", "TextEic",         "TextFpn", "TextFps",      "TextParkB",
     "CommandDefault",     "CommandHpPari",  "CommandSetSysID", "TextPli", "CmdUpdatePli", "TextDectVerBP",
     "CommandDectPPVerReq"};
-const QStringList kCarriers{"TextRfCarrs", "CmdSetRfCarrs", "BPRegulations", "FCCCheckBox"};
+const QStringList kCarrierBoxes{"TextRfCarrs", "CmdSetRfCarrs", "BPRegulations", "FCCCheckBox"};
 
 /// Tells which stop is wrong; the lists are too long to be read in one line.
 void compare(const QStringList& walked, const QStringList& expected) {
@@ -40,6 +42,8 @@ private Q_SLOTS:
     void order_data();
     void order();
     void afterARead();
+    void readingIsFirst();
+    void keyboardAlone();
 
 private:
     /// Names of what has the focus after each Tab, from the tab bar round to it again.
@@ -72,11 +76,11 @@ void TestTabOrder::order_data() {
     QTest::addColumn<QStringList>("expected");
     QTest::newRow("BeltPack, RM5") << "BeltPack"
                                    << "0"
-                                   << kWork + kIdentity + kCarriers +
+                                   << kWork + kIdentity + kCarrierBoxes +
                                           QStringList({"TextFMDev", "TextFreqAccr", "CommandCalibBp"});
     QTest::newRow("BeltPack, Kirk") << "BeltPack"
                                     << "1"
-                                    << kWork + kIdentity + kCarriers +
+                                    << kWork + kIdentity + kCarrierBoxes +
                                            QStringList({"TextFMDev", "TextFreqAccrTx", "TextFreqAccr",
                                                         "TextFreqAccrRx", "TextRssiThr", "CommandCalibBp"});
     QTest::newRow("Active Antenna, RM5")
@@ -117,6 +121,58 @@ void TestTabOrder::afterARead() {
     const QStringList expected{"CommandRdSettingsBp", "CommandWrite", "CommandRead",   "CommandSave",
                                "CommandSummary",      "optionMIC",    "checkBattAlarm"};
     QCOMPARE(walk({}).mid(0, expected.size()), expected);
+}
+
+// Reading leads and has the focus until something has been read; on the antenna's page too.
+void TestTabOrder::readingIsFirst() {
+    const auto leads = [this](const char* button) {
+        return dynamic_cast<Button&>(bench_->control(button)).isLeading();
+    };
+    bench_->start();
+    QCOMPARE(QApplication::focusWidget(), &bench_->control("CommandRdSettingsBp"));
+    QVERIFY(leads("CommandRdSettingsBp"));
+    const auto look = [this] { return bench_->control("CommandRdSettingsBp").grab().toImage(); };
+    const QImage leading = look();
+
+    bench_->click("CommandRdSettingsBp");  // nobody answers
+    QVERIFY(leads("CommandRdSettingsBp"));
+    sim::Beltpack beltpack(kRm5);
+    bench_->wire.plugIn(&beltpack);
+    bench_->click("CommandRdSettingsBp");
+    QVERIFY(!leads("CommandRdSettingsBp"));
+    QVERIFY(look() != leading);
+
+    sim::ActiveAntenna antenna(kRm5);
+    for (const char* button : {"CommandRdSettingsAA", "CommandSetTbr6"}) {
+        renew(bench_);
+        bench_->start();
+        bench_->clickTab("Active Antenna");
+        bench_->click(button);
+        QVERIFY(leads("CommandRdSettingsAA"));
+        bench_->wire.plugIn(&antenna);
+        bench_->click(button);
+        QVERIFY(!leads("CommandRdSettingsAA"));
+    }
+}
+
+// From the start to a written Beltpack without the mouse.
+void TestTabOrder::keyboardAlone() {
+    const auto press = [this](Qt::Key key) { QTest::keyClick(bench_->window().windowHandle(), key); };
+    bench_->startWith(kRm5);
+    press(Qt::Key_Return);
+    QCOMPARE(bench_->status(), "green: Settings read from Beltpack successfully.");
+    const auto goTo = [&](const char* control) {
+        constexpr int kMost = 30;
+        for (int i = 0; i < kMost && QApplication::focusWidget() != &bench_->control(control); ++i)
+            press(Qt::Key_Tab);
+        QCOMPARE(QApplication::focusWidget(), &bench_->control(control));
+    };
+    goTo("BPHWRevision");
+    press(Qt::Key_Home);
+    goTo("CommandWrite");
+    press(Qt::Key_Return);
+    QCOMPARE(bench_->status(), "green: Settings written to Beltpack successfully!");
+    QCOMPARE(bench_->beltpack().value(0x15), "00");
 }
 
 }  // namespace quorvex

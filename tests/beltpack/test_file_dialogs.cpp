@@ -15,10 +15,10 @@ namespace {
 const QString kSaveEntry = dialogEntry("CommonDialog1", "Save settings...");
 const QString kLoadEntry = dialogEntry("CommonDialog1", "Open File");
 const QString kReadDone = "green: Settings read from Beltpack successfully.";
-const QString kSaved = "black: Betpack settings saved to file successfully.";
-const QString kLoaded = "black: Beltpack settings read from file successfully.";
-const QString kNotLoaded = failureEntry("Error reading from file!");
-const QString kNotSaved = failureEntry("Error writing Beltpack settings to file!");
+const QString kFileSaved = "black: Betpack settings saved to file successfully.";
+const QString kFileLoaded = "black: Beltpack settings read from file successfully.";
+const QString kFileNotLoaded = failureEntry("Error reading from file!");
+const QString kFileNotSaved = failureEntry("Error writing Beltpack settings to file!");
 
 QLineEdit& nameField(QDialog& dialog) {
     return *dialog.findChild<QLineEdit*>("fileNameEdit");
@@ -75,6 +75,7 @@ private Q_SLOTS:
     void anyNameIsOpened();
     void proposedAsItStands_data();
     void proposedAsItStands();
+    void goesOnInTheLastFolder();
     void savedFileIsFoundAgain_data();
     void savedFileIsFoundAgain();
     void loads();
@@ -105,6 +106,7 @@ void TestFileDialogs::initTestCase() {
 void TestFileDialogs::init() {
     for (const QString& name : files())
         QVERIFY(QFile::remove(pathOf(name)));
+    QFileDialog().setDirectory(folder_.path());  // the toolkit remembers one, from test to test
     renew(bench_);
     bench_->startWith(kRm5);
 }
@@ -193,7 +195,7 @@ void TestFileDialogs::saveUnderTheProposedName() {
     bench_->person.plan([](QDialog& dialog) { hand::click(button(dialog, QDialogButtonBox::Save)); });
     bench_->click("CommandSave");
     QCOMPARE(bench_->journal.take(), QStringList{kSaveEntry});
-    QCOMPARE(bench_->status(), kSaved);
+    QCOMPARE(bench_->status(), kFileSaved);
     QCOMPARE(files(), QStringList{"12345"});
     const QByteArray bytes = content("12345");
     QVERIFY(bytes.startsWith("K4700\r\n0044303039\r\n1F        \r\n"));
@@ -239,7 +241,7 @@ void TestFileDialogs::overwriteAgreed() {
     bench_->click("CommandSave");
     QCOMPARE(bench_->journal.take().size(), 2);
     QCOMPARE(content("12345").size(), 7 + 21 * 12);
-    QCOMPARE(bench_->status(), kSaved);
+    QCOMPARE(bench_->status(), kFileSaved);
 }
 
 void TestFileDialogs::newFileIsNotAskedAbout() {
@@ -315,6 +317,23 @@ void TestFileDialogs::proposedAsItStands() {
     QCOMPARE(folder, folder_.path());
 }
 
+void TestFileDialogs::goesOnInTheLastFolder() {
+    read();
+    const QTemporaryDir other;
+    bench_->person.plan([&](QDialog& dialog) { answer(dialog, other.filePath("unit.bpc")); });
+    bench_->click("CommandSave");
+    QCOMPARE(bench_->status(), kFileSaved);
+    for (const char* button : {"CommandSave", "CommandRead"}) {
+        QString folder;
+        bench_->person.plan([&](QDialog& dialog) {
+            folder = dynamic_cast<QFileDialog&>(dialog).directory().absolutePath();
+            cancel(dialog);
+        });
+        bench_->click(button);
+        QCOMPARE(folder, other.path());
+    }
+}
+
 // The dialog adds no extension, so a file may well have none: "All Files" must show it.
 void TestFileDialogs::savedFileIsFoundAgain_data() {
     QTest::addColumn<QString>("name");
@@ -366,7 +385,7 @@ void TestFileDialogs::loads() {
     bench_->control<QLineEdit>("TextPli").setText("6");
     load(pathOf("unit.bpc"));
     QCOMPARE(bench_->journal.take(), QStringList{kLoadEntry});
-    QCOMPARE(bench_->status(), kLoaded);
+    QCOMPARE(bench_->status(), kFileLoaded);
     for (const char* field : {"TextFMDev", "TextFreqAccr", "TextFreqAccrRx", "TextFreqAccrTx"})
         QCOMPARE(bench_->text(field), "");
     QCOMPARE(bench_->text("TextRssiThr"), "5");
@@ -402,7 +421,7 @@ void TestFileDialogs::invalidFile() {
     QCOMPARE(bench_->journal.take(),
              QStringList(
                  {kLoadEntry, failureEntry(pathOf("photo.bpc") + "\r\n is not a valid QuorvexCfg file.")}));
-    QCOMPARE(bench_->status(), kLoaded);
+    QCOMPARE(bench_->status(), kFileLoaded);
     QVERIFY(!bench_->control("CommandWrite").isEnabled());
     QCOMPARE(bench_->text("TextBeltpackId"), "");
     make("good.bpc", "K4700\r\n00443186A0\r\n");
@@ -416,12 +435,12 @@ void TestFileDialogs::emptyFileAndAfter() {
     make("good.bpc", "K4700\r\n00443186A0\r\n");
     for (const char* name : {"empty.bpc", "good.bpc"}) {
         load(pathOf(name));
-        QCOMPARE(bench_->journal.take(), QStringList({kLoadEntry, kNotLoaded}));
+        QCOMPARE(bench_->journal.take(), QStringList({kLoadEntry, kFileNotLoaded}));
         QCOMPARE(bench_->status(), "black: Error while reading Beltpack settings from file.");
     }
     bench_->person.plan([](QDialog& dialog) { hand::click(button(dialog, QDialogButtonBox::Save)); });
     bench_->click("CommandSave");
-    QCOMPARE(bench_->journal.take(), QStringList({kSaveEntry, kNotSaved}));
+    QCOMPARE(bench_->journal.take(), QStringList({kSaveEntry, kFileNotSaved}));
     QCOMPARE(bench_->status(), "black: Error while writing file.");
     QCOMPARE(bench_->text("TextBeltpackId"), "12345");
 }

@@ -42,6 +42,7 @@ private Q_SLOTS:
     void beltpackId();
     void secondReadFindsNothingOfTheFirst();
     void hourglassIsUpThroughTheVersionRequest();
+    void progressGoesByParameters();
     void slowUnit_data();
     void slowUnit();
     void noiseAndLineEnds();
@@ -263,6 +264,23 @@ void TestRead::hourglassIsUpThroughTheVersionRequest() {
     QVERIFY(upAtEveryLine);
     QVERIFY(upAtTheRequest);
     QVERIFY(!bench.console.isHourglassUp());
+}
+
+void TestRead::progressGoesByParameters() {
+    BeltpackBench bench;
+    bench.connectRm5();
+    QStringList atEachLine;
+    bench.port.onLine([&](const std::string&) {
+        atEachLine << (bench.console.progress().isEmpty() ? "" : bench.console.progress().last());
+    });
+    bench.read.CommandRdSettingsBp_Click();
+    QStringList expected{""};  // the module is detected before
+    for (int done = 0; done < 21; ++done)
+        expected << QStringLiteral("%1 of 21").arg(done);
+    QCOMPARE(atEachLine.mid(0, expected.size()), expected);
+    for (const QString& later : atEachLine.mid(expected.size()))
+        QCOMPARE(later, "21 of 21");
+    QCOMPARE(bench.console.progress().last(), "0 of 0");
 }
 
 void TestRead::slowUnit_data() {

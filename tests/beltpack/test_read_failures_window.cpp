@@ -8,8 +8,8 @@ namespace quorvex {
 namespace {
 
 const QString kNoResponse = failureEntry("No Response from Beltpack!\r\n\r\nCheck connection to Beltpack.");
-const QString kSuccess = "green: Settings read from Beltpack successfully.";
-const QString kFailure = "black: Error communicating with Beltpack.";
+const QString kShownSuccess = "green: Settings read from Beltpack successfully.";
+const QString kShownFailure = "black: Error communicating with Beltpack.";
 const QString kReading = "black: Reading settings from Beltpack...";
 
 QString refused(const QString& value) {
@@ -70,8 +70,8 @@ void TestReadFailuresWindow::silentUnit() {
     QCOMPARE(bench_->steps(),
              QStringList({"# 0139 | pointer | black: ", "# 0101 | hourglass | " + kReading}));
     QCOMPARE(bench_->text("CommandCalibBp"), "Calibrate Kirk Module");
-    QCOMPARE(bench_->status(), kFailure);
-    QCOMPARE(statusAtBox, kFailure);
+    QCOMPARE(bench_->status(), kShownFailure);
+    QCOMPARE(statusAtBox, kShownFailure);
     QVERIFY(!hourglassAtBox);
     QVERIFY(!Bench::isHourglassUp());
     QCOMPARE(buttons(), QList<bool>({false, false, false}));
@@ -85,7 +85,7 @@ void TestReadFailuresWindow::silentUnitKeepsTheFields() {
     setModule(true);
     bench_->startWith(kKirk);
     bench_->click("CommandRdSettingsBp");
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     bench_->wire.plugIn(nullptr);
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList(kNoResponse));
@@ -141,7 +141,7 @@ void TestReadFailuresWindow::silentFrom() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList(kNoResponse));
     QCOMPARE(bench_->wire.lines().last(), lastLine);
-    QCOMPARE(bench_->status(), kFailure);
+    QCOMPARE(bench_->status(), kShownFailure);
     QVERIFY(!Bench::isHourglassUp());
     QCOMPARE(bench_->text("TextFMDev"), fmDeviation);
     QCOMPARE(bench_->text("TextFreqAccr"), accuracy);
@@ -187,7 +187,7 @@ void TestReadFailuresWindow::unavailableParameter() {
     bench_->startWith(kRm5).setAvailable(number, false);
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     QCOMPARE(bench_->wire.lines(), readLines(kRm5));
     QCOMPARE(bench_->clock.nowMs, 2000 + (readLines(kRm5).size() - 1) * Wire::kTransitMs);
     // Shown from the next line on, until the success.
@@ -208,7 +208,7 @@ void TestReadFailuresWindow::onlyThePsn() {
         unit.setAvailable(number, false);
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     QCOMPARE(bench_->text("TextBeltpackId"), "12345");
     QCOMPARE(buttons(), QList<bool>({true, true, true}));
 }
@@ -231,7 +231,7 @@ void TestReadFailuresWindow::shortReplies() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList(kNoResponse));
     QCOMPARE(bench_->wire.lines().last(), line);
-    QCOMPARE(bench_->status(), kFailure);
+    QCOMPARE(bench_->status(), kShownFailure);
     QVERIFY(!Bench::isHourglassUp());
 }
 
@@ -272,7 +272,7 @@ void TestReadFailuresWindow::refusedSystemId() {
     QCOMPARE(bench_->journal.take(), value.isEmpty() ? QStringList() : QStringList(refused(value)));
     QCOMPARE(atBox, value.isEmpty() ? QStringList() : QStringList({"pointer", "! 0108", "0123456789"}));
     QCOMPARE(bench_->wire.lines(), readLines(kRm5));
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     QVERIFY(!Bench::isHourglassUp());
     QCOMPARE(bench_->text("TextRfCarrs"), "0123456789");
     // The System ID of the unit before must not stay there, ready to be sent to this one.
@@ -286,7 +286,7 @@ void TestReadFailuresWindow::blankSystemId() {
     bench_->wire.answer("# 0103", "# 0683          \r\n");
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     QCOMPARE(bench_->text("TextEic"), "0000");
     QCOMPARE(bench_->text("TextFpn"), "* * ");
     QCOMPARE(bench_->text("TextFps"), "0");
@@ -300,7 +300,7 @@ void TestReadFailuresWindow::batteryAlarmThatCannotBeShown() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList(kNoResponse));
     QCOMPARE(bench_->wire.lines().last(), "# 013C");  // the version is not asked for any more
-    QCOMPARE(bench_->status(), kFailure);
+    QCOMPARE(bench_->status(), kShownFailure);
     QVERIFY(!Bench::isHourglassUp());
     QCOMPARE(bench_->text("TextBeltpackId"), "12345");
     QCOMPARE(bench_->control<QListWidget>("BPRegulations").itemAt(5, 5)->text(), "JDECT - JAPAN");
@@ -322,7 +322,7 @@ void TestReadFailuresWindow::pulledCable() {
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList(kNoResponse));
     QCOMPARE(bench_->wire.lines().last(), line);
-    QCOMPARE(bench_->status(), kFailure);
+    QCOMPARE(bench_->status(), kShownFailure);
     QVERIFY(!Bench::isHourglassUp());
     QVERIFY(bench_->clock.nowMs < 2000);
 }
@@ -335,7 +335,7 @@ void TestReadFailuresWindow::worksAgain() {
     unit.setAvailable(0x3D, true);
     bench_->click("CommandRdSettingsBp");
     QCOMPARE(bench_->journal.take(), QStringList());
-    QCOMPARE(bench_->status(), kSuccess);
+    QCOMPARE(bench_->status(), kShownSuccess);
     QCOMPARE(bench_->text("TextFMDev"), "33");
 }
 

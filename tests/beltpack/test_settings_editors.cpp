@@ -1,5 +1,6 @@
 #include <QTest>
 
+#include "link/runtime_fault.h"
 #include "tests/support/beltpack_bench.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
@@ -21,6 +22,8 @@ private Q_SLOTS:
     void regulationsScrolled();
     void lists();
     void refillStartsOver();
+    void beyondSixteenBits_data();
+    void beyondSixteenBits();
 };
 
 void TestSettingsEditors::micOptions_data() {
@@ -144,6 +147,41 @@ void TestSettingsEditors::refillStartsOver() {
     QCOMPARE(bench.regulations.items().size(), 3U);
     QCOMPARE(bench.hwRevision.items().size(), 3U);
     QCOMPARE(shown(bench.regulations.top()), "STANDARD - EUROPE");
+}
+
+void TestSettingsEditors::beyondSixteenBits_data() {
+    QTest::addColumn<int>("record");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<int>("fault");
+    constexpr int kOverflow = 6;
+    constexpr int kInvalidValue = 380;
+    const std::pair<const char*, int> records[] = {
+        {"battery alarm", 5}, {"microphone", 6}, {"regulations", 15}, {"revision", 20}};
+    for (const auto& [name, record] : records) {
+        QTest::addRow("%s, highest", name) << record << "32767" << (record == 5 ? kInvalidValue : 0);
+        QTest::addRow("%s, above it", name) << record << "32768" << kOverflow;
+        QTest::addRow("%s, below the lowest", name) << record << "-32769" << kOverflow;
+    }
+}
+
+void TestSettingsEditors::beyondSixteenBits() {
+    QFETCH(int, record);
+    QFETCH(QString, value);
+    QFETCH(int, fault);
+    BeltpackBench bench;
+    bench.editors.refillLists();
+    for (const int i : {5, 6, 15, 20}) {
+        bench.image[i].value = "00";
+        bench.image[i].available = "1";
+    }
+    bench.image[record].value = value.toStdString();
+    int met = 0;
+    try {
+        bench.editors.showImage();
+    } catch (const RuntimeFault& thrown) {
+        met = thrown.number();
+    }
+    QCOMPARE(met, fault);
 }
 
 QUORVEX_TEST(TestSettingsEditors, quorvex::NoApplication)

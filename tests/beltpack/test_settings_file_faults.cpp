@@ -1,36 +1,30 @@
-#include <sys/resource.h>
+#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 #include <QElapsedTimer>
 #include <QTest>
-#include <csignal>
+#include <filesystem>
 
 #include "link/runtime_fault.h"
 #include "tests/beltpack/file_bench.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/without_privileges.h"
 
 namespace quorvex {
 
 namespace {
 
-/// Lets no file of this program grow past a size: a disk that fills up.
-class SmallDisk {
-public:
-    explicit SmallDisk(rlim_t bytes) {
-        std::signal(SIGXFSZ, SIG_IGN);  // or the program would be ended
-        getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit small{bytes, before_.rlim_max};
-        setrlimit(RLIMIT_FSIZE, &small);
+/// The descriptor by which this program has a file open.
+int descriptorOf(const QString& path) {
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd")) {
+        std::error_code gone;  // as that of the folder itself
+        if (std::filesystem::read_symlink(entry, gone) == path.toStdString())
+            return std::stoi(entry.path().filename());
     }
-    ~SmallDisk() { setrlimit(RLIMIT_FSIZE, &before_); }
-    SmallDisk(const SmallDisk&) = delete;
-    SmallDisk& operator=(const SmallDisk&) = delete;
-
-private:
-    rlimit before_{};
-};
+    return -1;
+}
 
 }  // namespace
 
@@ -47,6 +41,8 @@ private Q_SLOTS:
     void noRights();
     void emptyFile();
     void unreadable();
+    void breaksOffWhileRead();
+    void failsToClose();
     void faultWhileShowing();
     void diskFull();
     void diskFillsUp_data();
@@ -165,6 +161,38 @@ void TestSettingsFileFaults::unreadable() {
     FileBench bench;
     QCOMPARE(bench.load("/proc/self/mem"), kNotLoaded);
     expectStaysOpen(bench);
+}
+
+// The end of what can be read is not the end of the file.
+void TestSettingsFileFaults::breaksOffWhileRead() {
+    FileBench bench;
+    const QString path = bench.make(QByteArray("0123456789\r\n").repeated(10'000));
+    FileNumberOne file;
+    file.openForInput(path.toStdString());
+    QCOMPARE(shown(file.readItem()), "0123456789");
+    const int writeOnly = ::open("/dev/null", O_WRONLY);
+    QVERIFY(::dup2(writeOnly, descriptorOf(path)) >= 0);
+    ::close(writeOnly);
+    int items = 1;
+    const auto readOn = [&] {
+        for (; !file.atEnd(); ++items)
+            file.readItem();
+    };
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, readOn());
+    QVERIFY(items < 10'000);
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, file.openForInput(path.toStdString()));  // still open
+}
+
+// A network disk may tell as late as that.
+void TestSettingsFileFaults::failsToClose() {
+    FileBench bench;
+    const QString path = bench.make(kWholeFile);
+    bench.neighbours.onShowSystemId = [&] { QCOMPARE(::close(descriptorOf(path)), 0); };
+    QStringList happened = bench.load(path);
+    QCOMPARE(happened.mid(happened.size() - 2), kNotLoaded);
+    QVERIFY(!happened.contains(kLoaded));
+    bench.neighbours.onShowSystemId = {};
+    expectIsClosed(bench);
 }
 
 void TestSettingsFileFaults::faultWhileShowing() {

@@ -26,6 +26,7 @@ private Q_SLOTS:
     void text();
     void allLinesAreSeen();
     void columnsStandInLine();
+    void face_data();
     void face();
     void fitsTheScreen();
     void copiedByKeys();
@@ -117,10 +118,24 @@ void TestSummaryWindow::columnsStandInLine() {
     });
 }
 
+void TestSummaryWindow::face_data() {
+    QTest::addColumn<int>("windowPoints");
+    QTest::addColumn<double>("points");
+    QTest::newRow("default") << 9 << 9.75;
+    QTest::newRow("larger") << 14 << 14.0;
+}
+
 void TestSummaryWindow::face() {
-    look([](QDialog&, QTextEdit& edit) {
+    QFETCH(int, windowPoints);
+    QFETCH(double, points);
+    const QFont before = QApplication::font();
+    const auto restore = qScopeGuard([before] { QApplication::setFont(before); });
+    QFont larger = before;
+    larger.setPointSize(windowPoints);
+    QApplication::setFont(larger);
+    look([&](QDialog&, QTextEdit& edit) {
         QCOMPARE(edit.font().family(), "Courier");
-        QCOMPARE(edit.font().pointSizeF(), 9.75);
+        QCOMPARE(edit.font().pointSizeF(), points);
         QVERIFY(QFontInfo(edit.font()).fixedPitch());
     });
 }

@@ -13,6 +13,7 @@ class TestWrite : public QObject {
 private Q_SLOTS:
     void whole();
     void hourglassAtEveryLine();
+    void progressGoesByParameters();
     void imageStaysAsItWas();
     void edited_data();
     void edited();
@@ -42,6 +43,17 @@ void TestWrite::hourglassAtEveryLine() {
     bench.write.CommandWrite_Click();
     QCOMPARE(without, 0);
     QVERIFY(!bench.console.isHourglassUp());
+}
+
+void TestWrite::progressGoesByParameters() {
+    WriteBench bench;
+    bench.readUnit();
+    const qsizetype before = bench.console.progress().size();
+    bench.write.CommandWrite_Click();
+    QStringList expected;
+    for (int done = 0; done < 21; ++done)
+        expected << QStringLiteral("%1 of 21").arg(done);
+    QCOMPARE(bench.console.progress().mid(before), expected << "0 of 0");
 }
 
 void TestWrite::imageStaysAsItWas() {

@@ -12,13 +12,14 @@ namespace {
 
 const QString kNotWritten =
     failureEntry("Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.");
-const QStringList kNotVerified{boxEntry("no icon", "Quorvex Config", "Rd Error"),
-                               failureEntry("Error occured while verifying settings written to Beltpack!")};
+const QStringList kShownNotVerified{
+    boxEntry("no icon", "Quorvex Config", "Rd Error"),
+    failureEntry("Error occured while verifying settings written to Beltpack!")};
 const QString kNeverFilled = failureEntry(
     "File must be loaded or Beltpack read before the settings can be written.\r\n\r\n"
     "Use the 'Update' buttons to write the Sytem and Beltpack IDs individually.");
 const QString kFaultReport = failureEntry("Run-time error '13':\r\n\r\nType mismatch");
-const QString kWritten = "green: Settings written to Beltpack successfully!";
+const QString kShownWritten = "green: Settings written to Beltpack successfully!";
 const QString kNoContact = "black: Error communicating with Beltpack.";
 
 /// Both lines of each of the 21 parameters, without their values.
@@ -110,7 +111,7 @@ void TestWriteWindow::whole() {
         QVERIFY2(line.size() == 6 || line.size() == 16, qPrintable(line));
     for (const QString& step : bench_->steps().mid(stepsBefore))
         QVERIFY2(step.endsWith(" | hourglass | black: Writing settings to Beltpack..."), qPrintable(step));
-    QCOMPARE(bench_->status(), kWritten);
+    QCOMPARE(bench_->status(), kShownWritten);
     QVERIFY(!Bench::isHourglassUp());
 }
 
@@ -120,9 +121,9 @@ void TestWriteWindow::otherValue() {
     bench_->beltpack().addFault(sim::parseFault("other-value=0E"));
     bench_->beltpack().addFault(sim::parseFault("other-value=15"));
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), kNotVerified + kNotVerified);
+    QCOMPARE(bench_->journal.take(), kShownNotVerified + kShownNotVerified);
     QCOMPARE(headsOf(bench_->wire.lines()), heads());
-    QCOMPARE(bench_->status(), kWritten);
+    QCOMPARE(bench_->status(), kShownWritten);
 }
 
 void TestWriteWindow::goneHalfWay_data() {
@@ -181,7 +182,7 @@ void TestWriteWindow::writeInside() {
     unit.addFault(sim::parseFault("no-reply=05,once"));
     bench_->duringExchange("# 0105", [&] {
         bench_->click("CommandWrite");
-        QCOMPARE(bench_->status(), kWritten);
+        QCOMPARE(bench_->status(), kShownWritten);
     });
     bench_->click("CommandWrite");
     QCOMPARE(headsOf(bench_->wire.lines()), heads().mid(0, 10) + heads());
@@ -216,7 +217,7 @@ void TestWriteWindow::fromOneUnitToAnother() {
     bench_->wire.plugIn(&second);
     bench_->click("CommandWrite");
     bench_->wire.plugIn(nullptr);
-    QCOMPARE(bench_->status(), kWritten);
+    QCOMPARE(bench_->status(), kShownWritten);
     for (int number = 1; number <= 21; ++number)
         QCOMPARE(second.value(number), number == 0x0D ? "55" : first.value(number));
 }
@@ -266,7 +267,7 @@ void TestWriteWindow::production() {
     QCOMPARE(bench_->journal.take(), QStringList());
     QCOMPARE(headsOf(bench_->wire.lines()), heads() + QStringList{"# 027E"});
     QCOMPARE(bench_->wire.lines().last(), "# 027E01");
-    QCOMPARE(bench_->status(), kWritten);
+    QCOMPARE(bench_->status(), kShownWritten);
     QCOMPARE(QString::fromStdString(unit.value(0x04)), limit);
     QCOMPARE(QString::fromStdString(unit.value(0x08)), gain);
     QCOMPARE(QString::fromStdString(unit.value(0x0B)), volume);

@@ -10,7 +10,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kRuns = 70;
+constexpr int kRunsBackToBack = 70;
 const QString kLeave = "! 03090000";
 const QStringList kReadBack{"# 013D", "# 013c", "# 0139", "# 013a", "# 0138"};
 
@@ -53,34 +53,34 @@ void TestCalibBackToBack::planRuns(int runs) {
 }
 
 void TestCalibBackToBack::seventy() {
-    planRuns(kRuns);
+    planRuns(kRunsBackToBack);
     Bench& bench = at_->bench;
     int drains = 0;
     const auto startedAtMs = bench.clock.nowMs;
-    for (int run = 1; run <= kRuns; ++run) {
+    for (int run = 1; run <= kRunsBackToBack; ++run) {
         bench.duringExchange(kLeave, [&, run] {
             ++drains;
             QVERIFY(Bench::isHourglassUp());
-            if (run < kRuns)
+            if (run < kRunsBackToBack)
                 at_->press();
         });
     }
     at_->press();
     QCOMPARE(bench.person.plansLeft(), std::size_t{0});
-    QCOMPARE(drains, kRuns);
-    QCOMPARE(bench.journal.take(), QStringList(kRuns, dialogOpened("Beltpack")));
+    QCOMPARE(drains, kRunsBackToBack);
+    QCOMPARE(bench.journal.take(), QStringList(kRunsBackToBack, dialogOpened("Beltpack")));
     QCOMPARE(bench.status(), "black: Beltpack Calibration Cancelled.");
     QVERIFY(!Bench::isHourglassUp());
     QVERIFY(!at_->unit().inCalibrationMode());
     QStringList expected{"0"};
-    for (int run = 1; run < kRuns; ++run)
+    for (int run = 1; run < kRunsBackToBack; ++run)
         expected << QString::number(run % 60);
     QCOMPARE(startedFrom_, expected);
-    QCOMPARE(bench.text("TextFMDev"), QString::number(kRuns % 60));
+    QCOMPARE(bench.text("TextFMDev"), QString::number(kRunsBackToBack % 60));
     for (const std::intptr_t depth : depths_)
         QVERIFY(std::abs(depth - depths_.front()) < 4096);  // no run stands upon another
     // Only the last one waits until the line is silent.
-    QVERIFY(bench.clock.nowMs - startedAtMs < kRuns * 500);
+    QVERIFY(bench.clock.nowMs - startedAtMs < kRunsBackToBack * 500);
 }
 
 void TestCalibBackToBack::drainGivesWay_data() {

@@ -16,6 +16,28 @@ QRect pixels(const QList<int>& twips) {
     return {rounded[0], rounded[1], rounded[2], rounded[3]};
 }
 
+constexpr int kDefaultPoints = 9;
+
+void setFontSize(int points) {
+    QFont face = QApplication::font();
+    face.setPointSize(points);
+    QApplication::setFont(face);
+}
+
+/// The palette of all windows, until the end of the test.
+class PaletteForATest {
+public:
+    explicit PaletteForATest(const QPalette& palette) : before_(QApplication::palette()) {
+        QApplication::setPalette(palette);
+    }
+    ~PaletteForATest() { QApplication::setPalette(before_); }
+    PaletteForATest(const PaletteForATest&) = delete;
+    PaletteForATest& operator=(const PaletteForATest&) = delete;
+
+private:
+    QPalette before_;
+};
+
 QString titleOf(const QWidget& control) {
     const auto* box = qobject_cast<const QGroupBox*>(&control);
     return box ? box->title() : control.property("text").toString();
@@ -28,6 +50,7 @@ class TestCalibControls : public QObject {
     Q_OBJECT
 
 private Q_SLOTS:
+    void cleanup() { setFontSize(kDefaultPoints); }
     void places_data();
     void places();
     void labels_data();
@@ -36,6 +59,13 @@ private Q_SLOTS:
     void sliders();
     void captions();
     void scale();
+    void ticks_data();
+    void ticks();
+    void slidersStandApart();
+    void meter_data();
+    void meter();
+    void titleFits_data();
+    void titleFits();
     void dcSliderOnlyShows();
     void framesByModule_data();
     void framesByModule();
@@ -155,6 +185,10 @@ void TestCalibControls::captions() {
             QCOMPARE(timer.interval(), 400);
             QVERIFY(timer.isActive());
             QVERIFY(!timer.isSingleShot());
+            QFont bold = QApplication::font();
+            bold.setBold(true);
+            constexpr int kButtons = 100;  // a window manager's, beside the title
+            QVERIFY(dialog.width() >= QFontMetrics(bold).horizontalAdvance(dialog.windowTitle()) + kButtons);
             cancel(dialog);
             QTRY_VERIFY(!dialog.isVisible());
         });
@@ -184,6 +218,124 @@ void TestCalibControls::scale() {
             QVERIFY(colourAt(x, 1035) != "#c00000");
         for (const char* line : {"Line1", "Line2", "Line3"})
             QCOMPARE(part(dialog, line).height(), 2);
+        cancel(dialog);
+    });
+}
+
+void TestCalibControls::ticks_data() {
+    QTest::addColumn<QString>("slider");
+    QTest::addColumn<int>("count");
+    QTest::addColumn<bool>("dark");
+    for (const bool dark : {false, true}) {
+        const char* palette = dark ? "dark" : "light";
+        QTest::addRow("SliderFmDev, %s", palette) << "SliderFmDev" << 8 << dark;
+        QTest::addRow("SliderTx, %s", palette) << "SliderTx" << 8 << dark;
+        QTest::addRow("SliderDCBalance, %s", palette) << "SliderDCBalance" << 21 << dark;
+    }
+}
+
+// Along the row of the ticks, and how much they differ from what is between them.
+void TestCalibControls::ticks() {
+    QFETCH(QString, slider);
+    QFETCH(int, count);
+    QFETCH(bool, dark);
+    constexpr int kLeastContrast = 60;  // of 255
+    const PaletteForATest palette(dark ? QPalette(QColor(50, 50, 50)) : QApplication::palette());
+    CalibBench at("Beltpack", kKirk);
+    at.calibrate([&](QDialog& dialog) {
+        const auto& control = part<QSlider>(dialog, slider);
+        const QWidget& frame = *control.parentWidget();
+        const QImage seen = part(dialog, frame.objectName()).grab(control.geometry()).toImage();
+        const auto ticksInRow = [&](int y) {
+            int found = 0;
+            bool isTick = false;
+            for (int x = 0; x < seen.width(); ++x) {
+                const bool was = isTick;
+                isTick = qAbs(qGray(seen.pixel(x, y)) - qGray(seen.pixel(0, y))) >= kLeastContrast;
+                found += isTick && !was ? 1 : 0;
+            }
+            return found;
+        };
+        int found = 0;
+        for (int y = seen.height() * 2 / 3; y < seen.height() && found == 0; ++y)
+            found = ticksInRow(y) == count ? count : 0;
+        QCOMPARE(found, count);
+        cancel(dialog);
+    });
+}
+
+void TestCalibControls::slidersStandApart() {
+    CalibBench at("Beltpack", kKirk);
+    for (const char* field : {"TextFreqAccr", "TextFreqAccrTx", "TextFreqAccrRx"})
+        at.bench.control<QLineEdit>(field).setText("3");
+    at.calibrate([&](QDialog& dialog) {
+        QWidget& frame = part(dialog, "FrameKirk");
+        const QImage seen = frame.grab().toImage();
+        for (const char* name : {"SliderMid", "SliderRx"}) {
+            const QRect right = part(dialog, name).geometry();
+            // Nothing is drawn where one slider ends and the next begins, but for the ticks below.
+            constexpr int kGapOnEachSide = 5;
+            const QRgb ground = seen.pixel(right.left(), right.top());
+            for (int x = right.left() - kGapOnEachSide; x <= right.left() + kGapOnEachSide; ++x) {
+                for (int y = right.top(); y < right.center().y(); ++y)
+                    QCOMPARE(QColor(seen.pixel(x, y)).name(), QColor(ground).name());
+            }
+        }
+        cancel(dialog);
+    });
+}
+
+void TestCalibControls::meter_data() {
+    QTest::addColumn<int>("value");
+    QTest::addColumn<QColor>("fill");
+    QTest::newRow("good") << 120 << QColor(0, 192, 0);
+    QTest::newRow("good, below") << 80 << QColor(0, 192, 0);
+    QTest::newRow("the last that is good") << 125 << QColor(0, 192, 0);
+    QTest::newRow("too high") << 126 << QColor(192, 0, 0);
+    QTest::newRow("far too low") << 2 << QColor(192, 0, 0);
+}
+
+// Filled from its zero to its value, and pale beyond.
+void TestCalibControls::meter() {
+    QFETCH(int, value);
+    QFETCH(QColor, fill);
+    CalibBench at("Beltpack", kKirk);
+    at.calibrate([&](QDialog& dialog) {
+        part<QTimer>(dialog, "Timer1").stop();
+        auto& slider = part<QSlider>(dialog, "SliderDCBalance");
+        slider.setValue(value);
+        const QImage seen = slider.grab().toImage();
+        const auto colourAt = [&](int scaleValue) {
+            constexpr int kZero = 8 + 128;  // pixels, as the lines above it have it
+            const double x = kZero + (scaleValue - 100) * 128 / 100.0;
+            return QColor(seen.pixel(qRound(x), 8));
+        };
+        QCOMPARE(colourAt((100 + value) / 2), fill);
+        const int otherSide = value > 100 ? -1 : 1;
+        const QColor good = colourAt(100 + 15 * otherSide);
+        const QColor bad = colourAt(100 + 40 * otherSide);
+        QVERIFY(good != fill && good.green() > good.red());
+        QVERIFY(bad != fill && bad.red() > bad.green());
+        part<QTimer>(dialog, "Timer1").start();
+        cancel(dialog);
+    });
+}
+
+void TestCalibControls::titleFits_data() {
+    framesByModule_data();
+}
+
+// With the icon and the buttons that a window manager has beside it.
+void TestCalibControls::titleFits() {
+    QFETCH(QString, target);
+    QFETCH(bool, kirk);
+    constexpr int kIconAndButtons = 140;
+    CalibBench at(target, kirk ? kKirk : kRm5);
+    at.calibrate([&](QDialog& dialog) {
+        QFont bold = QApplication::font();
+        bold.setBold(true);
+        const int title = QFontMetrics(bold).horizontalAdvance(dialog.windowTitle());
+        QVERIFY2(title + kIconAndButtons <= dialog.width(), qPrintable(dialog.windowTitle()));
         cancel(dialog);
     });
 }
@@ -237,19 +389,40 @@ void TestCalibControls::framesByModule() {
             met = met->parentWidget();
         QVERIFY(met);
         QCOMPARE(met->objectName(), QString(kirk ? "FrameKirk" : "FrameRm5"));
+        // By the keyboard neither.
+        const QWidget& other = part(dialog, kirk ? "FrameRm5" : "FrameKirk");
+        QVERIFY(!other.isVisible());
+        QStringList reached;
+        for (int i = 0; i < 20; ++i) {
+            QTest::keyClick(dialog.windowHandle(), Qt::Key_Tab);
+            reached << dialog.focusWidget()->objectName();
+            QVERIFY2(!other.isAncestorOf(dialog.focusWidget()), qPrintable(reached.last()));
+        }
+        QVERIFY(reached.contains(kirk ? "SliderMid" : "SliderFreqAccr"));
         cancel(dialog);
     });
 }
 
 void TestCalibControls::nothingIsClipped_data() {
-    framesByModule_data();
+    QTest::addColumn<int>("points");
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<bool>("kirk");
+    for (const int points : {9, 11, 14, 18}) {
+        for (const char* target : {"Beltpack", "A", "B"}) {
+            QTest::addRow("RM5, %s, %d", target, points) << points << target << false;
+            QTest::addRow("Kirk, %s, %d", target, points) << points << target << true;
+        }
+    }
 }
 
 void TestCalibControls::nothingIsClipped() {
     QFETCH(QString, target);
     QFETCH(bool, kirk);
+    QFETCH(int, points);
+    setFontSize(points);
     CalibBench at(target, kirk ? kKirk : kRm5);
     at.calibrate([&](QDialog& dialog) {
+        QVERIFY(dialog.font().pointSizeF() > 0.85 * points);
         for (QWidget* control : dialog.findChildren<QWidget*>()) {
             if (!control->isVisible() || control->objectName().startsWith("qt_"))
                 continue;

@@ -1,5 +1,6 @@
 #include <QTest>
 #include <algorithm>
+#include <deque>
 
 #include "tests/calibration/run_bench.h"
 #include "tests/support/registry.h"
@@ -42,6 +43,8 @@ private Q_SLOTS:
     void modulesDoNotDrain();
     void takesTheRightLine();
     void runsAgain();
+    void needsRoom_data();
+    void needsRoom();
 };
 
 void TestCalibRun::whole_data() {
@@ -323,6 +326,31 @@ void TestCalibRun::runsAgain() {
              QStringList("status black: Error occured during Beltpack Calibration."));
     QCOMPARE(upTo(at.journal.entries(), "timer started").first(),
              "dialog filled: 33 10 200 7 0 Calibrate Beltpack");
+}
+
+void TestCalibRun::needsRoom_data() {
+    QTest::addColumn<int>("others");
+    QTest::addColumn<bool>("runs");
+    QTest::newRow("for itself, the two of its dialog and one of a button") << 28 << true;
+    QTest::newRow("one too many") << 29 << false;
+}
+
+void TestCalibRun::needsRoom() {
+    QFETCH(int, others);
+    QFETCH(bool, runs);
+    for (const QString& target : kTargets) {
+        RunBench at;
+        at.connect();
+        at.endWith(CalResult::confirmed);
+        std::deque<Operation> under;
+        while (static_cast<int>(under.size()) < others)
+            under.emplace_back(at.link);
+        if (runs)
+            at.run(target);
+        else
+            QVERIFY_THROWS_EXCEPTION(OperationRefused, at.run(target));
+        QCOMPARE(at.journal.entries().contains("dialog shown"), runs);
+    }
 }
 
 QUORVEX_TEST(TestCalibRun, quorvex::NoApplication)

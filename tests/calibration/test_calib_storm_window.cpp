@@ -19,10 +19,10 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kRuns = 100;
+constexpr int kWindowRuns = 100;
 constexpr int kBudgetMs = 40'000;
 constexpr int kTickMs = 20;
-constexpr int kRecordEveryMs = 10;
+constexpr int kWindowRecordEveryMs = 10;
 constexpr int kDeedEveryMs = 3;
 
 /// Somebody who moves and presses whatever the open dialog has, until it has closed.
@@ -106,7 +106,7 @@ void TestCalibStormWindow::storm() {
     QtEventLoop loop;
     QElapsedTimer clock;
     clock.start();
-    for (int run = 0; run < kRuns; ++run) {
+    for (int run = 0; run < kWindowRuns; ++run) {
         const bool kirk = run % 4 != 3;
         const int target = run % 10 == 0 ? 0 : 1 + run % 2;  // a Kirk Beltpack's end takes a second
         const bool pulls = run % 5 == 4;
@@ -116,7 +116,7 @@ void TestCalibStormWindow::storm() {
             unit = std::make_unique<sim::Beltpack>(module);
         else
             unit = std::make_unique<sim::ActiveAntenna>(module);
-        unit->calibrationStream().setIntervalMs(kRecordEveryMs);
+        unit->calibrationStream().setIntervalMs(kWindowRecordEveryMs);
         const auto peer = std::make_unique<PtyPeer>(*unit);
         store.put("RfModule", kirk ? "1" : "0");
         FrmMain window({port, loop, store});
@@ -147,7 +147,7 @@ void TestCalibStormWindow::storm() {
         port.close();
     }
     setProgramEnd({});
-    qInfo("%d runs in %lld ms", kRuns, clock.elapsed());
+    qInfo("%d runs in %lld ms", kWindowRuns, clock.elapsed());
     QVERIFY(clock.elapsed() < kBudgetMs);
 }
 

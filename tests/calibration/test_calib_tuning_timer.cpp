@@ -43,6 +43,7 @@ private Q_SLOTS:
     void dcBalance();
     void noConnection_data();
     void noConnection();
+    void plotted();
     void records_data();
     void records();
     void oneRecordATick();
@@ -171,6 +172,27 @@ void TestCalibTuningTimer::noConnection() {
         QCOMPARE(happened.last(), "beep");
     }
     QCOMPARE(seen.replaceInStrings("dc DC Bal: ", ""), shown);
+}
+
+// Each record of type 07 once, at the tick when it was there, with what the labels show.
+void TestCalibTuningTimer::plotted() {
+    Open at;
+    QVERIFY(at.window.plotted.empty());
+    at.port.receiveAt(300, recordOf(16, 0xC8));
+    at.port.receiveAt(900, "! 021200\r\n" + recordOf(-256, 0x05));
+    for (const int tickOfZero : {1300, 1700, 2100})
+        at.port.receiveAt(tickOfZero, recordOf(0, 0x07));
+    for (int i = 0; i < 5; ++i)
+        at.tick();
+    at.tick();  // silence
+    QStringList seen;
+    for (const Reading& reading : at.window.plotted)
+        seen << QStringLiteral("%1: %2, %3")
+                    .arg(reading.tick)
+                    .arg(reading.rssi)
+                    .arg(reading.dcBalance ? QString::number(*reading.dcBalance) : "none");
+    QCOMPARE(seen,
+             QStringList({"300: 200, 28", "900: 5, -100", "1300: 7, 20", "1700: 7, 20", "2100: 7, none"}));
 }
 
 void TestCalibTuningTimer::records_data() {

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "calibration/calib_tuning.h"
 #include "tests/support/fake_console.h"
@@ -72,6 +73,9 @@ public:
     void showRssi(const std::string& text) override { journal_.note("rssi " + text); }
     void showDcBalance(const std::string& text) override { journal_.note("dc " + text); }
     void setDcSlider(int position) override { journal_.note("dc slider " + std::to_string(position)); }
+    void plot(const Reading& reading) override { plotted.push_back(reading); }
+
+    std::vector<Reading> plotted;  ///< not in the journal
 
 private:
     void note(const char* entry) { journal_.note(entry); }

@@ -2,7 +2,6 @@
 
 #include <exception>
 #include <functional>
-#include <limits>
 #include <memory>
 #include <string>
 
@@ -18,6 +17,7 @@ namespace quorvex {
 class VirtualDialog : public CalibDialog, private CalibWindow {
 public:
     static constexpr FakeLoop::Tick kTickMs = 400;
+    static constexpr FakeLoop::Tick kForeverMs = FakeLoop::Tick{1} << 40;
 
     VirtualDialog(CommandLink& link, SettingsStore& store, CalResult& result, FakeLoop& loop,
                   Journal& journal)
@@ -51,7 +51,7 @@ public:
         while (isShown_) {
             if (atEachTurn)
                 atEachTurn();
-            loop_.run(std::numeric_limits<std::int32_t>::max());
+            loop_.runUntil(kForeverMs);
         }
         timerRuns_ = false;
         if (fault_)
@@ -87,7 +87,7 @@ private:
         tickIn(kTickMs);
     }
     void tickIn(FakeLoop::Tick ms) {
-        loop_.at(loop_.ticks() + ms, [weak = handleForLater()] {
+        loop_.at(loop_.now() + ms, [weak = handleForLater()] {
             const auto self = weak.lock();
             if (!self || !(*self)->timerRuns_)
                 return;
@@ -102,6 +102,7 @@ private:
     void showRssi(const std::string& /*text*/) override {}
     void showDcBalance(const std::string& /*text*/) override {}
     void setDcSlider(int /*position*/) override {}
+    void plot(const Reading& /*reading*/) override {}
 
     FakeLoop& loop_;
     std::shared_ptr<VirtualDialog*> self_ = std::make_shared<VirtualDialog*>(this);

@@ -32,15 +32,19 @@ public:
     const Outcome& outcome() const { return outcome_; }
     /// How long the program waits for the reply number `index` of its place.
     FakeLoop::Tick limitMs(FaultyPort::Place place, int index) const;
+    /// Whether the program waits for that reply, and for nothing else meanwhile.
+    bool isAwaited(int reply) const { return limits_[static_cast<std::size_t>(reply)] > 0; }
+    /// When the reply or record came, from the start of the operation.
+    FakeLoop::Tick atMs(FaultyPort::Place place, int index) const;
     FakeLoop::Tick longestMs() const;
 
 private:
     const TestedOperation* operation_;
     std::vector<std::string> lines_;
-    int replies_ = 0, streamed_ = 0;
+    std::vector<FakeLoop::Tick> repliedAt_, streamedAt_;
     Workshop::Values before_, after_;
     Outcome outcome_;
-    std::vector<FakeLoop::Tick> limits_;
+    std::vector<FakeLoop::Tick> limits_;  ///< of the replies; 0 for one that is not waited for
 };
 
 /// One fault at one place of one operation.
@@ -50,10 +54,13 @@ struct Cell {
     FaultyPort::Place place;
     int first = 0;
     bool once = true;
+    FakeLoop::Tick startTick = 0;
 };
 
 struct CellResult {
     Outcome outcome;
+    QStringList end;         ///< the last status text and the boxes, as the journal has them
+    QString thrown;          ///< the fault that came out, which ends the program; empty for none
     QStringList complaints;  ///< what no outcome may be like; empty if nothing is wrong
     FakeLoop::Tick tookMs = 0;
 };

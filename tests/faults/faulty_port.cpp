@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kLineEnd = "\r\n";
 }  // namespace
 
-FaultyPort::FaultyPort(sim::Unit& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
+FaultyPort::FaultyPort(sim::LineEnd& unit, FakeLoop& loop) : unit_(unit), loop_(loop) {
     loop.addSource([&unit] { return unit.nextEventMs(); });
 }
 
@@ -18,14 +18,15 @@ void FaultyPort::plan(Plan plan) {
     plan_ = std::move(plan);
     lines_.clear();
     streamed_.clear();
-    replies_ = 0;
+    repliedAt_.clear();
+    streamedAt_.clear();
     wasLost_ = !isOpen_;
     struckAt_.reset();
     nextLineAt_.reset();
 }
 
 FaultyPort::Tick FaultyPort::waitAfterStrike() const {
-    return nextLineAt_.value_or(loop_.ticks()) - struckAt_.value_or(0);
+    return nextLineAt_.value_or(loop_.now()) - struckAt_.value_or(0);
 }
 
 std::size_t FaultyPort::waiting() {
@@ -76,30 +77,33 @@ void FaultyPort::flush() {
 void FaultyPort::lineSent(const std::string& line) {
     fetch();
     if (struckAt_ && !nextLineAt_)
-        nextLineAt_ = loop_.ticks();
+        nextLineAt_ = loop_.now();
     lines_.push_back(line);
     const int index = static_cast<int>(lines_.size()) - 1;
     if (strikesAt(Place::line, index)) {
         strike({line, {}, {}}, index);
         return;
     }
-    unit_.receive(line + std::string(kLineEnd), loop_.ticks());
-    std::string reply = unit_.take(loop_.ticks());
+    unit_.receive(line + std::string(kLineEnd), loop_.now());
+    std::string reply = unit_.take(loop_.now());
     if (reply.empty())
         return;
-    if (!strikesAt(Place::reply, replies_++)) {
+    repliedAt_.push_back(loop_.now());
+    const int answer = replies() - 1;
+    if (!strikesAt(Place::reply, answer)) {
         say(reply);
         return;
     }
     reply.resize(reply.size() - kLineEnd.size());
-    strike({line, reply, std::string(kLineEnd)}, replies_ - 1);
+    strike({line, reply, std::string(kLineEnd)}, answer);
 }
 
 void FaultyPort::fetch() {
-    std::string bytes = unit_.take(loop_.ticks());
+    std::string bytes = unit_.take(loop_.now());
     if (bytes.empty())
         return;
     streamed_.push_back(bytes);
+    streamedAt_.push_back(loop_.now());
     const int index = static_cast<int>(streamed_.size()) - 1;
     if (!isOpen_ || !strikesAt(Place::stream, index)) {
         say(bytes);
@@ -117,7 +121,7 @@ bool FaultyPort::strikesAt(Place place, int index) const {
 
 void FaultyPort::strike(Struck struck, int index) {
     if (!struckAt_)
-        struckAt_ = loop_.ticks();
+        struckAt_ = loop_.now();
     if (plan_.limitMs)
         struck.limitMs = plan_.limitMs(index);
     plan_.strike(*this, struck);
@@ -125,7 +129,7 @@ void FaultyPort::strike(Struck struck, int index) {
 
 void FaultyPort::say(const std::string& bytes, Tick afterMs) {
     if (afterMs > 0)
-        loop_.at(loop_.ticks() + afterMs, [this, bytes] { say(bytes); });
+        loop_.at(loop_.now() + afterMs, [this, bytes] { say(bytes); });
     else if (isOpen_ && jabber_.empty())
         received_ += bytes;
 }
@@ -145,20 +149,20 @@ void FaultyPort::close() {
 }
 
 void FaultyPort::pickAgainIn(Tick ms) {
-    loop_.at(loop_.ticks() + ms, [this] { onPicked_(); });
+    loop_.at(loop_.now() + ms, [this] { onPicked_(); });
 }
 
 void FaultyPort::jabber(const std::string& pattern, Tick lastsMs) {
     jabber_ = pattern;
     jabbered_ = 0;
-    loop_.at(loop_.ticks() + lastsMs, [this, number = ++jabbers_] {
+    loop_.at(loop_.now() + lastsMs, [this, number = ++jabbers_] {
         if (number == jabbers_)
             jabber_.clear();
     });
 }
 
 void FaultyPort::openDevice(int /*number*/) {
-    static_cast<void>(unit_.take(loop_.ticks()));
+    static_cast<void>(unit_.take(loop_.now()));
     received_.clear();
     isOpen_ = true;
 }

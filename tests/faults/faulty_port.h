@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "link/serial_port.h"
-#include "simulator/unit.h"
+#include "simulator/line_end.h"
 #include "tests/support/fake_loop.h"
 
 namespace quorvex {
@@ -41,7 +41,7 @@ public:
     };
 
     /// Open from the start. The unit and the loop must outlive it.
-    FaultyPort(sim::Unit& unit, FakeLoop& loop);
+    FaultyPort(sim::LineEnd& unit, FakeLoop& loop);
 
     void close() override;
     bool isOpen() const override { return isOpen_; }
@@ -65,14 +65,22 @@ public:
     /// The operator picks the port again, in the way of onPicked.
     void pickAgainIn(Tick ms);
     void onPicked(std::function<void()> handler) { onPicked_ = std::move(handler); }
+    /// For that long nobody does anything; from now on, or from a moment later, which falls into a wait.
+    void standStill(Tick ms) { loop_.standStill(ms); }
+    void standStillSoon(Tick ms) {
+        loop_.at(loop_.now() + 1, [this, ms] { loop_.standStill(ms); });
+    }
     /// `pattern` over and over at once, instead of all that the unit sends; at each character read a
     /// millisecond passes.
     void jabber(const std::string& pattern, Tick lastsMs);
 
     const std::vector<std::string>& lines() const { return lines_; }
-    int replies() const { return replies_; }
+    int replies() const { return static_cast<int>(repliedAt_.size()); }
+    /// When the unit replied, by the index of the reply.
+    const std::vector<Tick>& repliedAt() const { return repliedAt_; }
     /// What the unit sent by itself, as it sent it.
     const std::vector<std::string>& streamed() const { return streamed_; }
+    const std::vector<Tick>& streamedAt() const { return streamedAt_; }
     /// Whether the cable was pulled at any time since the plan was made, or the port closed before.
     bool wasLost() const { return wasLost_; }
 
@@ -84,7 +92,7 @@ private:
     bool strikesAt(Place place, int index) const;
     void strike(Struck struck, int index);
 
-    sim::Unit& unit_;
+    sim::LineEnd& unit_;
     FakeLoop& loop_;
     Plan plan_;
     bool isOpen_ = true;
@@ -94,7 +102,7 @@ private:
     std::uint32_t jabbers_ = 0;
     std::optional<int> readsLeft_;
     std::vector<std::string> lines_, streamed_;
-    int replies_ = 0;
+    std::vector<Tick> repliedAt_, streamedAt_;
     std::optional<Tick> struckAt_, nextLineAt_;
     std::function<void()> onPicked_;
 };

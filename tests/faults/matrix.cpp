@@ -29,7 +29,12 @@ void MatrixSection::addRow(const TestedFault& fault, Place place, bool once) {
         ++cells_;
         longestMs_ = std::max(longestMs_, result.tookMs);
         row.outcomes << result.outcome.text();
-        for (const QString& complaint : result.complaints)
+        QStringList complaints = result.complaints;
+        if (!result.thrown.isEmpty())
+            complaints << "thrown: " + result.thrown;
+        if (result.outcome.told.contains("UNKNOWN"))
+            complaints << result.outcome.told;
+        for (const QString& complaint : std::as_const(complaints))
             complaints_ << QString("%1 (%2) at %3 %4: %5")
                                .arg(row.fault, once ? "once" : "stays")
                                .arg(place == Place::line    ? "line"

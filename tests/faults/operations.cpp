@@ -13,6 +13,17 @@ constexpr Tick kWatchMs = 4'100;
 constexpr Tick kDragAtMs = 600, kMidAtMs = 700, kThresholdAtMs = 1'000, kEndAtMs = 1'800;
 constexpr Tick kPatienceMs = 14'000;  ///< then the technician gives up
 
+const std::vector<std::string> kNoBeltpack{
+    "status black: Error communicating with Beltpack.",
+    "box critical: No Response from Beltpack!\r\n\r\nCheck connection to Beltpack. []"};
+const std::vector<std::string> kNotWritten{
+    "status black: Error communicating with Beltpack.",
+    "box critical: Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to "
+    "Beltpack. []"};
+const std::vector<std::string> kNoAntenna{"status black: Error communicating with Active Antenna.",
+                                          "box critical: No Response from Active Antenna! []"};
+const std::vector<std::string> kPliQuiet{"status black: Sending PLI to Beltpack..."};
+
 void nothingTyped(Workshop& /*shop*/) {}
 
 void typeIds(Workshop& shop) {
@@ -43,16 +54,19 @@ void showCalibration(Workshop& shop) {
 std::vector<TestedOperation> reads() {
     const auto read = [](Workshop& shop) { shop.read.CommandRdSettingsBp_Click(); };
     const char* success = "status green: Settings read from Beltpack successfully.";
-    return {{"Read a Beltpack, RM5", UnitKind::beltpackRm5, Kind::exchange, nothingTyped, read, success},
-            {"Read a Beltpack, Kirk", UnitKind::beltpackKirk, Kind::exchange, nothingTyped, read, success}};
+    return {{"Read a Beltpack, RM5", UnitKind::beltpackRm5, Kind::exchange, nothingTyped, read, success, -1,
+             kNoBeltpack, true},
+            {"Read a Beltpack, Kirk", UnitKind::beltpackKirk, Kind::exchange, nothingTyped, read, success, -1,
+             kNoBeltpack, true}};
 }
 
 std::vector<TestedOperation> writes() {
     const char* written = "status green: Settings written to Beltpack successfully!";
-    return {{"Write a Beltpack", UnitKind::beltpackRm5, Kind::exchange, nothingTyped,
-             [](Workshop& shop) { shop.write.CommandWrite_Click(); }, written},
-            {"Set production values", UnitKind::beltpackRm5, Kind::exchange, holdRevision,
-             [](Workshop& shop) { shop.production.buttonSetProdSettiings_Click(); }, written}};
+    return {
+        {"Write a Beltpack", UnitKind::beltpackRm5, Kind::exchange, nothingTyped,
+         [](Workshop& shop) { shop.write.CommandWrite_Click(); }, written, -1, kNotWritten},
+        {"Set production values", UnitKind::beltpackRm5, Kind::exchange, holdRevision,
+         [](Workshop& shop) { shop.production.buttonSetProdSettiings_Click(); }, written, -1, kNotWritten}};
 }
 
 std::vector<TestedOperation> updates() {
@@ -65,7 +79,7 @@ std::vector<TestedOperation> updates() {
              "status black: Beltpack's System Id updated succesfully."},
             {"Update the PLI", unit, Kind::exchange, typeIds,
              [](Workshop& shop) { shop.pliUpdate.CmdUpdatePli_Click(); },
-             "status black: Beltpack's PLI updated successfully."},
+             "status black: Beltpack's PLI updated successfully.", -1, kPliQuiet},
             {"Update the RF carriers", unit, Kind::exchange, typeIds,
              [](Workshop& shop) { shop.carriersUpdate.CmdSetRfCarrs_Click(); },
              "status black: Beltpack's RF Carrier Mask updated successfully."}};
@@ -84,10 +98,10 @@ std::vector<TestedOperation> antennaReads() {
          {std::pair{UnitKind::antennaRm5, "RM5"}, std::pair{UnitKind::antennaKirk, "Kirk"}}) {
         all.push_back({std::string("Read an Active Antenna, ") + module, unit, Kind::exchange, nothingTyped,
                        [](Workshop& shop) { shop.antenna.CommandRdSettingsAA_Click(); },
-                       "status black: Settings read from Active Antenna", kAntennaProbe});
+                       "status black: Settings read from Active Antenna", kAntennaProbe, kNoAntenna});
         all.push_back({std::string("Set TBR6 mode, ") + module, unit, Kind::exchange, nothingTyped,
                        [](Workshop& shop) { shop.antenna.CommandSetTbr6_Click(); },
-                       "status black: Active Antenna is in TBR6 Mode", kAntennaProbe});
+                       "status black: Active Antenna is in TBR6 Mode", kAntennaProbe, kNoAntenna});
     }
     return all;
 }

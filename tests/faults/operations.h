@@ -19,6 +19,10 @@ struct TestedOperation {
     std::function<void(Workshop&)> run;
     const char* success;  ///< the status text of a run that went well, as the journal has it; empty for none
     int probe = -1;  ///< the reply, from 0, without which the unit is taken for one with the other module
+    /// How it is told as failed where a fault is raised in its waits: the last status text and the boxes, as
+    /// the journal has them. Empty where the fault comes out and ends the program.
+    std::vector<std::string> atFault{};
+    bool endsAtFirst = false;  ///< whether one in its first wait comes out all the same
 };
 
 const std::vector<TestedOperation>& testedOperations();

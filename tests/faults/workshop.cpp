@@ -41,7 +41,7 @@ struct Workshop::Counted : VirtualDialog {
     ~Counted() override { --shop_.dialogsOpen_; }
     void showModally() override {
         for (const Deed& deed : shop_.deeds) {
-            shop_.loop.at(shop_.loop.ticks() + deed.atMs, [weak = handleForLater(), what = deed.what] {
+            shop_.loop.at(shop_.loop.now() + deed.atMs, [weak = handleForLater(), what = deed.what] {
                 if (const auto self = weak.lock())
                     (*self)->handle([&] { what(**self); });
             });
@@ -51,7 +51,11 @@ struct Workshop::Counted : VirtualDialog {
     Workshop& shop_;
 };
 
-Workshop::Workshop(UnitKind kind) : unit_(makeUnit(kind)), unitAtStart_(unit_->dump()), port(*unit_, loop) {
+Workshop::Workshop(UnitKind kind, Tick startTick, sim::LineEnd* insteadOfUnit)
+    : unit_(makeUnit(kind)),
+      unitAtStart_(unit_->dump()),
+      loop(startTick),
+      port(insteadOfUnit != nullptr ? *insteadOfUnit : *unit_, loop) {
     port.onPicked([this] { portChoice.open(kPort); });
     prepare();
 }
@@ -88,6 +92,7 @@ void Workshop::prepare() {
         field->type("1");
     window.front = nullptr;
     journal.take();
+    traced.clear();
 }
 
 Workshop::Values Workshop::values() const {
@@ -148,8 +153,8 @@ std::string Workshop::pictureShown() const {
 
 void Workshop::watchDisplay(Tick lastsMs) {
     auto& stream = static_cast<sim::Beltpack&>(*unit_).displayStream();
-    const Tick endsAt = loop.ticks() + lastsMs;
-    stream.start(loop.ticks(), kFrameMs);
+    const Tick endsAt = loop.now() + lastsMs;
+    stream.start(loop.now(), kFrameMs);
     isWatching_ = true;
     tickIn(kTickMs);
     loop.at(endsAt, [this, &stream] {
@@ -159,12 +164,12 @@ void Workshop::watchDisplay(Tick lastsMs) {
     });
     while (isWatching_) {
         port.waiting();
-        loop.run(static_cast<std::int32_t>(endsAt));
+        loop.runUntil(endsAt);
     }
 }
 
 void Workshop::tickIn(Tick ms) {
-    loop.at(loop.ticks() + ms, [this] {
+    loop.at(loop.now() + ms, [this] {
         if (!isWatching_)
             return;
         tickIn(kTickMs);  // the timer goes on while a capture waits

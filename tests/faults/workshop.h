@@ -16,6 +16,8 @@
 #include "identity/rf_carriers_update.h"
 #include "identity/system_id.h"
 #include "link/port_choice.h"
+#include "link/trace_port.h"
+#include "simulator/unit.h"
 #include "tests/calibration/virtual_dialog.h"
 #include "tests/faults/faulty_port.h"
 #include "tests/rscreen/screen_bench.h"
@@ -31,7 +33,8 @@ public:
     /// A value by its name: of the image, of a field, of the unit.
     using Values = std::vector<std::pair<std::string, std::string>>;
 
-    explicit Workshop(UnitKind kind);
+    /// `insteadOfUnit`: at the other end of the line in place of the unit, where not null.
+    explicit Workshop(UnitKind kind, Tick startTick = 0, sim::LineEnd* insteadOfUnit = nullptr);
     Workshop(const Workshop&) = delete;
     Workshop& operator=(const Workshop&) = delete;
 
@@ -89,10 +92,12 @@ public:
     Journal journal;
     FakeLoop loop;
     FaultyPort port;
+    std::vector<std::string> traced;  ///< what passed over the port
+    TracePort trace{port, loop, [this](const std::string& line) { traced.push_back(line); }};
     FakeConsole console{journal};
     FakeStore store{journal};
-    CommandLink link{port, loop, console};
-    PortChoice portChoice{link, port, store};
+    CommandLink link{trace, loop, console};
+    PortChoice portChoice{link, trace, store};
     SettingsImage image;
     RfModule rfModule{store, {frame_, frame_, frame_}};
 

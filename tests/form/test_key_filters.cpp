@@ -28,6 +28,11 @@ private Q_SLOTS:
     void pastedLines();
     void editingKeys_data() { fields(); }
     void editingKeys();
+    void deleteTypesNothing_data() { fields(); }
+    void deleteTypesNothing();
+    void composed_data();
+    void composed();
+    void composedInPlaceOfAnother();
     void status_data();
     void status();
     void clearedByEveryKey_data() { fields(); }
@@ -177,6 +182,62 @@ void TestKeyFilters::editingKeys() {
     QCOMPARE(bench_->text(field), "");
     keys::control('Z');
     QVERIFY(!bench_->text(field).isEmpty());
+}
+
+// From a real keyboard it comes with a character, which is no digit.
+void TestKeyFilters::deleteTypesNothing() {
+    QFETCH(QString, field);
+    keys::empty(*bench_, field);
+    keys::type("123");
+    keys::press(Qt::Key_Home);
+    bench_->click("CommandDectPPVerReq");
+    bench_->window().link().status("stays", kBlack);
+    bench_->control(field).setFocus();
+    QTest::sendKeyEvent(QTest::Click, keys::activeWindow(), Qt::Key_Delete, "\x7F", Qt::NoModifier);
+    QCOMPARE(bench_->text(field), "23");
+    QCOMPARE(bench_->status(), "black: stays");
+}
+
+// With an input method, or a key for an accent and then its letter.
+void TestKeyFilters::composed_data() {
+    QTest::addColumn<QString>("field");
+    QTest::addColumn<QString>("committed");
+    QTest::addColumn<QString>("text");
+    const auto row = [](const char* field, const QString& committed, const QString& text) {
+        QTest::addRow("%s, %s", field, qPrintable(committed)) << field << committed << text;
+    };
+    row("TextBeltpackId", QString::fromUtf8("é"), "");
+    row("TextBeltpackId", QString::fromUtf8("1é2z"), "12");
+    row("TextEic", QString::fromUtf8("éb"), QString::fromUtf8("éB"));
+    row("TextPli", "1f", "1F");
+}
+
+void TestKeyFilters::composed() {
+    QFETCH(QString, field);
+    QFETCH(QString, committed);
+    QFETCH(QString, text);
+    keys::empty(*bench_, field);
+    auto& edit = bench_->control<QLineEdit>(field);
+    const auto cursorAt = [&edit] { return edit.inputMethodQuery(Qt::ImCursorRectangle).toRect().x(); };
+    const int before = cursorAt();
+    QInputMethodEvent composing("xx", {{QInputMethodEvent::Cursor, 2, 1, {}}});
+    QCoreApplication::sendEvent(&edit, &composing);
+    QVERIFY(cursorAt() > before);  // seen, but not yet typed
+    QCOMPARE(edit.text(), "");
+    QInputMethodEvent done;
+    done.setCommitString(committed);
+    QCoreApplication::sendEvent(&edit, &done);
+    QCOMPARE(edit.text(), text);
+}
+
+void TestKeyFilters::composedInPlaceOfAnother() {
+    keys::empty(*bench_, "TextEic");
+    keys::type("12ab");
+    auto& edit = bench_->control<QLineEdit>("TextEic");
+    QInputMethodEvent correction;
+    correction.setCommitString("cd", -2, 1);
+    QCoreApplication::sendEvent(&edit, &correction);
+    QCOMPARE(edit.text(), "12CDB");
 }
 
 void TestKeyFilters::status_data() {

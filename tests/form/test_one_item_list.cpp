@@ -2,7 +2,7 @@
 #include <QScrollBar>
 #include <QStyleOptionSlider>
 
-#include "tests/support/bench.h"
+#include "tests/support/image_view.h"
 #include "tests/support/registry.h"
 
 namespace quorvex {
@@ -40,6 +40,10 @@ private Q_SLOTS:
     void largerWindow();
     void emptyBeforeARead_data() { lists(); }
     void emptyBeforeARead();
+    void emptyChangesNothing();
+    void pastTheEndTwice();
+    void pageOfTheScrollBar_data() { lists(); }
+    void pageOfTheScrollBar();
     void itemsAreWide_data() { lists(); }
     void itemsAreWide();
     void hiddenPageKeepsTheItem();
@@ -251,6 +255,60 @@ void TestOneItemList::emptyBeforeARead() {
     hand::click(*list_->viewport());
     QCOMPARE(list_->count(), 0);
     QCOMPARE(bench_->journal.take(), QStringList());
+}
+
+// A load fills the image and leaves the lists empty.
+void TestOneItemList::emptyChangesNothing() {
+    const QString path = bench_->noPorts.filePath("unit.bpc");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::WriteOnly));
+    file.write("K4700\r\n" + QByteArray("17\r\n").repeated(21));
+    file.close();
+    bench_->startWith(kRm5);
+    bench_->person.plan([&](QDialog& dialog) {
+        dialog.findChild<QLineEdit*>("fileNameEdit")->setText(path);
+        QTest::keyClick(dialog.windowHandle(), Qt::Key_Return);
+    });
+    bench_->click("CommandRead");
+    const auto before = imageOf(*bench_);
+    QCOMPARE(before.at("15"), "17        ");
+    for (const char* name : {"BPHWRevision", "BPRegulations"}) {
+        list_ = &bench_->control<QListWidget>(name);
+        QCOMPARE(list_->count(), 0);
+        hand::turnWheel(*list_->viewport(), -kNotch);
+        hand::turnWheel(*list_->viewport(), kNotch);
+        for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Up, Qt::Key_PageDown, Qt::Key_PageUp, Qt::Key_Home,
+                                  Qt::Key_End, Qt::Key_J})
+            press(key);
+        for (const auto action : {QAbstractSlider::SliderSingleStepAdd, QAbstractSlider::SliderPageStepAdd})
+            list_->verticalScrollBar()->triggerAction(action);
+        QCOMPARE(imageOf(*bench_), before);
+    }
+}
+
+// It stays at its last item, and goes back from there.
+void TestOneItemList::pastTheEndTwice() {
+    bench_->startWith(kRm5);
+    bench_->click("CommandRdSettingsBp");
+    list_ = &bench_->control<QListWidget>("BPRegulations");
+    press(Qt::Key_End);
+    for (const Qt::Key key : {Qt::Key_Down, Qt::Key_Down, Qt::Key_PageDown}) {
+        press(key);
+        QCOMPARE(seen(), kRegulations[2]);
+        QCOMPARE(imageOf(*bench_).at("10"), "02        ");
+    }
+    press(Qt::Key_Up);
+    QCOMPARE(seen(), kRegulations[1]);
+    QCOMPARE(imageOf(*bench_).at("10"), "01        ");
+}
+
+// A page is what is seen, one item. By the menu of the scroll bar there is a step down at the end, too.
+void TestOneItemList::pageOfTheScrollBar() {
+    fetchList();
+    for (const int i : {1, 2, behindTheEnd()}) {
+        list_->verticalScrollBar()->triggerAction(QAbstractSlider::SliderPageStepAdd);
+        QCOMPARE(seen(), items_[i]);
+    }
 }
 
 void TestOneItemList::itemsAreWide() {

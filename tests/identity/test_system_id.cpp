@@ -184,6 +184,8 @@ void TestSystemId::refuses_data() {
                               << "100ECE10000";
     QTest::newRow("empty") << ""
                            << "";
+    QTest::newRow("named without the blanks behind it") << "1-0       "
+                                                        << "1-0";
 }
 
 void TestSystemId::refuses() {

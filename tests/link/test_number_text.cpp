@@ -186,7 +186,9 @@ void TestNumberText::readsDecimal_data() {
     row("sign alone", "-", 0);
     row("point alone", ".", 0);
     row("ten digits", "1234567890", 1234567890);
-    row("too large for a double", QByteArray(400, '9'), std::numeric_limits<double>::max());
+    for (char digit = '1'; digit <= '9'; ++digit)
+        row(qPrintable(QString("too large, of %1 alone").arg(digit)), QByteArray(400, digit),
+            std::numeric_limits<double>::max());
     row("too large below 0", "-" + QByteArray(400, '9') + ".5", std::numeric_limits<double>::lowest());
     row("too small for a double", "0." + QByteArray(400, '0') + "1", 0);
     row("too small, without a digit in front", "-." + QByteArray(400, '0') + "1", 0);
@@ -204,6 +206,7 @@ void TestNumberText::strict_data() {
     QTest::newRow("digit") << QByteArray("3") << 3.0;
     QTest::newRow("leading zeros") << QByteArray("0012") << 12.0;
     QTest::newRow("blanks around") << QByteArray("  1 ") << 1.0;
+    QTest::newRow("other blanks around") << QByteArray("\t\r\n5\n\r\t") << 5.0;
     QTest::newRow("availability field") << QByteArray("1 ") << 1.0;
     QTest::newRow("negative") << QByteArray("-4") << -4.0;
     QTest::newRow("plus") << QByteArray("+4") << 4.0;

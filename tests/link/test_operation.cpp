@@ -11,6 +11,7 @@ using namespace quorvex;
 
 namespace {
 
+constexpr int kMost = 32;
 constexpr const char* kEnter = "! 0309E803";
 constexpr const char* kLeave = "! 03090000";
 const QString kRefused =
@@ -38,6 +39,7 @@ private Q_SLOTS:
     void notWantedInItsWait();
     void latest();
     void hourglass();
+    void progress();
     void modeIsLeft_data();
     void modeIsLeft();
     void modesAreLeftTheNewestFirst();
@@ -175,6 +177,17 @@ void TestOperation::hourglass() {
     QCOMPARE(at_->journal.take(), QStringList());
 }
 
+void TestOperation::progress() {
+    { Operation quiet(at_->link); }
+    QCOMPARE(at_->console.progress(), QStringList());
+    {
+        Operation operation(at_->link);
+        operation.progress(0, 3);
+        operation.progress(1, 3);
+    }
+    QCOMPARE(at_->console.progress(), QStringList({"0 of 3", "1 of 3", "0 of 0"}));
+}
+
 void TestOperation::modeIsLeft_data() {
     QTest::addColumn<QString>("by");
     for (const char* by : {"its end", "leaving it", "leaving it twice", "a fault", "closing the port"})
@@ -245,7 +258,7 @@ void TestOperation::portInUse() {
 
 void TestOperation::refused() {
     std::deque<std::optional<Operation>> operations;
-    for (int i = 0; i < Operation::kMostAtOnce; ++i)
+    for (int i = 0; i < kMost; ++i)
         operations.emplace_back(std::in_place, at_->link);
     QCOMPARE(at_->journal.take(), QStringList());
     for (int i = 0; i < 2; ++i) {
@@ -259,7 +272,7 @@ void TestOperation::refused() {
 
 void TestOperation::refusedWithoutRoomForAll() {
     std::deque<Operation> operations;
-    for (int i = 0; i < Operation::kMostAtOnce - 2; ++i)
+    for (int i = 0; i < kMost - 2; ++i)
         operations.emplace_back(at_->link);
     QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link, {}, 3));
     QCOMPARE(at_->journal.take(), QStringList(kRefused));
@@ -271,7 +284,7 @@ void TestOperation::refusedWithoutRoomForAll() {
 void TestOperation::refusedLeavesNoTrace() {
     {
         std::deque<Operation> operations;
-        for (int i = 0; i < Operation::kMostAtOnce; ++i)
+        for (int i = 0; i < kMost; ++i)
             operations.emplace_back(at_->link);
         at_->journal.take();
         QVERIFY_THROWS_EXCEPTION(OperationRefused, Operation(at_->link));

@@ -90,6 +90,7 @@ private Q_SLOTS:
     void sendingDropsWhatWaits();
     void openingDropsWhatWaits();
     void droppedBehindTheLoopsBack();
+    void keepsSomeOfWhatNobodyReads();
     void unitThatDoesNotRead();
     void allBytesPass();
     void silence_data();
@@ -100,6 +101,8 @@ private Q_SLOTS:
     void hangUpAtRest();
     void hungUpPortCostsNothing();
     void opensAgain();
+    void closedBehindALoss_data();
+    void closedBehindALoss();
     void closedPort();
     void cannotOpen_data();
     void cannotOpen();
@@ -259,9 +262,31 @@ void TestSerialPort::droppedBehindTheLoopsBack() {
     // What comes now still wakes the wait.
     QElapsedTimer clock;
     clock.start();
-    QTimer::singleShot(20, this, [this] { terminal_->send("# 0280\r\n"); });
-    QCOMPARE(shown(Operation(*link_).serialGetResponse(limit::kLine, '\r')), "# 0280");
+    std::thread unit([this] {  // an event of this thread would wake it all the same
+        std::this_thread::sleep_for(std::chrono::milliseconds(100));
+        terminal_->send("# 0280\r\n");
+    });
+    const std::string reply = Operation(*link_).serialGetResponse(limit::kLine, '\r');
+    unit.join();
+    QCOMPARE(shown(reply), "# 0280");
     QVERIFY2(clock.elapsed() < 1000, qPrintable(QString::number(clock.elapsed())));
+}
+
+// The rest waits with the system, and nothing of it is lost.
+void TestSerialPort::keepsSomeOfWhatNobodyReads() {
+    constexpr std::size_t kMost = 4096, kSent = 6000;
+    terminal_->send(QByteArray(kSent, 'x'));
+    QTRY_COMPARE(port_->waiting(), kMost);
+    QCoreApplication::processEvents();
+    QCOMPARE(port_->waiting(), kMost);
+    std::size_t count = 0;
+    const auto readAll = [&] {
+        while (port_->read())
+            ++count;
+        return count;
+    };
+    QTRY_COMPARE(readAll(), kSent);
+    QCOMPARE(port_->waiting(), std::size_t{0});
 }
 
 // What the unit does not take does not pile up: a command goes out whole or not at all, and none is stale
@@ -423,6 +448,34 @@ void TestSerialPort::opensAgain() {
     port_->onLost([&lost] { ++lost; });
     QCoreApplication::processEvents();
     QCOMPARE(lost, 0);
+}
+
+void TestSerialPort::closedBehindALoss_data() {
+    QTest::addColumn<bool>("again");
+    QTest::newRow("closed") << false;
+    QTest::newRow("opened again") << true;
+}
+
+// A loss is told by an event; whoever has closed the port by then, or opened another, is not told of the old
+// one.
+void TestSerialPort::closedBehindALoss() {
+    QFETCH(bool, again);
+    int lost = 0;
+    port_->onLost([&lost] { ++lost; });
+    terminal_->hangUp();
+    QCOMPARE(port_->waiting(), std::size_t{0});
+    QVERIFY(!port_->isOpen());
+    port_->close();
+    if (again) {
+        terminal_ = std::make_unique<PseudoTerminal>();
+        QVERIFY(terminal_->linkAs(folder_->filePath("COM5")));
+        port_->open(kSerialPort);
+    }
+    QCoreApplication::processEvents();
+    QCOMPARE(lost, 0);
+    QCOMPARE(port_->isOpen(), again);
+    Operation(*link_).serialSendString("# 0101");
+    QCOMPARE(terminal_->arrived(), again ? "# 0101\r\n" : "");
 }
 
 void TestSerialPort::closedPort() {

@@ -28,6 +28,7 @@ void TestSerialPortOrder::orders_data() {
     QTest::newRow("other kinds") << QStringList{"ttyS0",   "ttyUSB0", "ttyACM0", "ttyGS0",
                                                 "rfcomm0", "rfcomm1", "tnt0"};
     QTest::newRow("number alone") << QStringList{"7", "30", "ttyS0"};
+    QTest::newRow("zeros in front") << QStringList{"ttyS0", "ttyS007", "ttyS10", "ttyS0011"};
     QTest::newRow("without a number") << QStringList{"ttyS0", "ttyUSB", "ttyACM"};
 }
 

@@ -110,7 +110,8 @@ void TestEnding::startCalibration() {
     bench_->writeSettings("[Settings]\nRfModule=1\n");
     bench_->plugIn(1, {"antenna", "--module", "kirk", "--fault", "no-reply=0B"});
     QVERIFY(bench_->start());
-    bench_->program().key("qt_tabwidget_tabbar", Qt::Key_Right);
+    bench_->program().ask({{"do", "clickText"}, {"name", "SSTab1"}, {"text", "Active Antenna"}});
+    QTRY_VERIFY_WITH_TIMEOUT(bench_->program().get("CommandCalibAAA", "visible").toBool(), kLimitMs);
     bench_->program().click("CommandCalibAAA");
     QTRY_VERIFY_WITH_TIMEOUT(bench_->unit().received().contains("# 010B"), kLimitMs);
 }

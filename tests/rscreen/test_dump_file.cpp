@@ -1,5 +1,4 @@
 #include <sys/mount.h>
-#include <sys/resource.h>
 #include <unistd.h>
 
 #include <QDir>
@@ -10,6 +9,7 @@
 #include "tests/rscreen/bitmap_file.h"
 #include "tests/rscreen/screen_page.h"
 #include "tests/support/registry.h"
+#include "tests/support/small_disk.h"
 #include "tests/support/without_privileges.h"
 
 namespace quorvex {
@@ -31,28 +31,6 @@ QByteArray contentOf(const QString& path) {
 QStringList entriesOf(const QString& folder) {
     return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
 }
-
-/// No file grows past `bytes`: every write beyond fails, as on a disk without room.
-class LimitedFileSize {
-public:
-    explicit LimitedFileSize(rlim_t bytes) {
-        signalBefore_ = std::signal(SIGXFSZ, SIG_IGN);
-        ::getrlimit(RLIMIT_FSIZE, &before_);
-        const rlimit limited{bytes, before_.rlim_max};
-        if (::setrlimit(RLIMIT_FSIZE, &limited) != 0)
-            qFatal("no limit for files");
-    }
-    ~LimitedFileSize() {
-        ::setrlimit(RLIMIT_FSIZE, &before_);
-        std::signal(SIGXFSZ, signalBefore_);
-    }
-    LimitedFileSize(const LimitedFileSize&) = delete;
-    LimitedFileSize& operator=(const LimitedFileSize&) = delete;
-
-private:
-    rlimit before_{};
-    void (*signalBefore_)(int);
-};
 
 /// A disk of `kilobytes` at `path`; isThere() is false where the tests may not make one.
 class TinyDisk {
@@ -258,7 +236,7 @@ void TestDumpFile::noRoom() {
     QFETCH(int, room);
     QVERIFY(write(path("Grab17.bmp"), kOlder));
     {
-        const LimitedFileSize limited(static_cast<rlim_t>(room));
+        const SmallDisk limited(static_cast<rlim_t>(room));
         page_->bench.click("CommandScreenDump");
     }
     demandFailure(path("Grab17.bmp"));

@@ -37,6 +37,8 @@ void TestSaving::names_data() {
     QTest::addColumn<QString>("path");
     QTest::newRow("numbered") << "C:\\caps\\"
                               << "Grab1" << 1 << QByteArray("7") << "C:\\caps\\Grab17.bmp";
+    QTest::newRow("greyed counts as checked") << "/"
+                                              << "a" << 2 << QByteArray("7") << "/a7.bmp";
     QTest::newRow("not numbered") << "C:\\caps\\"
                                   << "Grab1" << 0 << QByteArray("7") << "C:\\caps\\Grab1.bmp";
     QTest::newRow("root without separator") << "/caps"

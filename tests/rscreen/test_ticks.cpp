@@ -24,8 +24,11 @@ private Q_SLOTS:
     void tickWhileOneWaits();
     void tickWhileOneWaitsLeavesAMarkerAlone();
     void tickAfterOneThatWaited();
+    void firstTickInEachFrame();
     void portInUse();
     void framesAfterAnOperation();
+    void twoFramesAfterATornOne();
+    void twoFramesAfterNothing();
     void operationInsideAFrame_data();
     void operationInsideAFrame();
     void operationWithoutAnswerInsideAFrame();
@@ -98,6 +101,21 @@ void TestTicks::tickAfterOneThatWaited() {
     QCOMPARE(at.shownFrame(), pictureBytes(2));
 }
 
+// Each frame that is nearly whole is left alone by the first tick in it, not only the first such frame.
+void TestTicks::firstTickInEachFrame() {
+    ScreenBench at;
+    for (const int number : {1, 2, 3}) {
+        const QByteArray bits = pictureBytes(number);
+        const FakeLoop::Tick begun = at.loop.ticks();
+        at.receive("sync" + bits.first(480));
+        at.loop.at(begun + 250, [&] { at.tick(); });
+        at.receiveAt(begun + 269, bits.sliced(480));
+        QVERIFY(at.tick());
+        QCOMPARE(at.window.painted.size(), number);
+        QCOMPARE(at.shownFrame(), bits);
+    }
+}
+
 void TestTicks::portInUse() {
     ScreenBench at;
     at.receive(frame(1));
@@ -127,6 +145,27 @@ void TestTicks::framesAfterAnOperation() {
     QCOMPARE(at.shownFrame(), pictureBytes(4));  // one a tick again
     QVERIFY(at.tick());
     QCOMPARE(at.shownFrame(), pictureBytes(5));
+}
+
+// Whatever cut it off took its time, so frames may have piled up.
+void TestTicks::twoFramesAfterATornOne() {
+    ScreenBench at;
+    at.receive("sync" + pictureBytes(1).first(100));
+    at.loop.at(100, [&] { at.window.front = &at; });
+    QVERIFY(!at.tick());
+    at.receive(frame(2) + frame(3));
+    QVERIFY(at.tick());
+    QCOMPARE(at.shownFrame(), pictureBytes(3));
+}
+
+void TestTicks::twoFramesAfterNothing() {
+    ScreenBench at;
+    QVERIFY(!at.tick());
+    at.receive(frame(1) + frame(2));
+    for (const int number : {1, 2}) {
+        QVERIFY(at.tick());
+        QCOMPARE(at.shownFrame(), pictureBytes(number));
+    }
 }
 
 void TestTicks::operationInsideAFrame_data() {

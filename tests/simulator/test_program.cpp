@@ -8,7 +8,9 @@
 #include <QScopeGuard>
 #include <QTemporaryDir>
 #include <QTest>
+#include <algorithm>
 #include <memory>
+#include <tuple>
 
 #include "simulator/menu_picture.h"
 #include "tests/simulator/pty_client.h"
@@ -78,6 +80,9 @@ private Q_SLOTS:
     void wrongCommandLine_data();
     void wrongCommandLine();
     void help();
+    void bench();
+    void benchWithoutAPlace();
+    void replay();
 
 private:
     void start(const QStringList& arguments);
@@ -399,6 +404,53 @@ void TestProgram::help() {
     QVERIFY(program_->waitForFinished(kLimitMs));
     QCOMPARE(program_->exitCode(), 0);
     QVERIFY(program_->readAllStandardOutput().startsWith("Usage: quorvex-simulator"));
+}
+
+void TestProgram::bench() {
+    QVERIFY(write(path("bench"), "beltpack --module rm5 --link " + path("COM1").toLocal8Bit() +
+                                     " --set 02=27 --dump " + path("dump").toLocal8Bit() +
+                                     "\nantenna --link " + path("COM2").toLocal8Bit() + "\n"));
+    program_->setArguments({"bench", path("bench")});
+    program_->start();
+    QByteArrayList ready{firstLine(*program_), firstLine(*program_)};
+    std::ranges::sort(ready);
+    QVERIFY2(
+        ready[0].startsWith("antenna (Kirk) ready on ") && ready[1].startsWith("beltpack (RM5) ready on "),
+        ready.join().constData());
+    for (const auto& [link, line, reply] : {std::tuple{"COM1", "# 0102\r\n", "# 028227\r\n"},
+                                            {"COM2", "! 0107\r\n", "!DECT Version:4.07;\r\n"}}) {
+        PtyClient client(path(link));
+        client.send(line);
+        QCOMPARE(client.receive(int(qstrlen(reply)), kLimitMs), reply);
+    }
+    QVERIFY(endsBy(*program_, SIGTERM));
+    QCOMPARE(program_->exitStatus(), QProcess::NormalExit);
+    QCOMPARE(program_->exitCode(), 0);
+    QCOMPARE(namesIn(folder_->path()), QStringList({"bench", "dump"}));
+    QVERIFY(contents(path("dump")).contains("02=27\n"));
+}
+
+// One unit cannot be there: none is.
+void TestProgram::benchWithoutAPlace() {
+    QVERIFY(write(path("bench"), "beltpack --link " + path("COM1").toLocal8Bit() + "\nantenna --link " +
+                                     path("none/COM2").toLocal8Bit() + "\n"));
+    program_->setArguments({"bench", path("bench")});
+    program_->start();
+    QVERIFY(program_->waitForFinished(kLimitMs));
+    QCOMPARE(program_->exitCode(), 1);
+    QCOMPARE(namesIn(folder_->path()), QStringList("bench"));
+    QVERIFY(program_->readAllStandardError().contains("Cannot make the link"));
+}
+
+void TestProgram::replay() {
+    QVERIFY(write(path("trace"),
+                  "0.000 * open COM1\n0.100 < hello | 68 65 6C 6C 6F\n"
+                  "1.000 > x | 23 20 30 31 30 32 0D 0A\n1.020 < y | 23 20 30 32 0D 0A\n"));
+    start({"replay", path("trace")});
+    PtyClient client(link_);
+    QCOMPARE(client.receive(5, kLimitMs), "hello");
+    client.send("# 0102\r\n");
+    QCOMPARE(client.receive(6, kLimitMs), "# 02\r\n");
 }
 
 QUORVEX_TEST(TestProgram, QCoreApplication)

@@ -19,8 +19,9 @@ UnitProcess& BenchTop::plugIn(int number, const QStringList& arguments) {
 
 Program& BenchTop::run() {
     program_.reset();
-    program_ = std::make_unique<Program>(
-        QMap<QString, QString>{{"QUORVEX_PORTS", ports_.path()}, {"XDG_CONFIG_HOME", settings_.path()}});
+    environment_["QUORVEX_PORTS"] = ports_.path();
+    environment_["XDG_CONFIG_HOME"] = settings_.path();
+    program_ = std::make_unique<Program>(environment_);
     return *program_;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QMap>
 #include <QTemporaryDir>
 #include <memory>
 
@@ -16,6 +17,8 @@ public:
 
     /// A unit at COM`number`; takes the place of one that is there.
     UnitProcess& plugIn(int number, const QStringList& arguments);
+    /// For the program, besides its ports and settings.
+    void setEnvironment(const QString& name, const QString& value) { environment_[name] = value; }
     /// The program, with its window up and nothing in front of it. False if it
     /// does not come to that.
     bool start();
@@ -34,6 +37,7 @@ public:
     void chooseAgain(int number);
 
 private:
+    QMap<QString, QString> environment_;
     QTemporaryDir ports_;
     QTemporaryDir settings_;
     std::unique_ptr<UnitProcess> unit_;

@@ -30,6 +30,12 @@ public:
         journal_.note(QString(up ? "hourglass up" : "hourglass down"));
     }
 
+    void progress(int done, int total) override {
+        progress_ << QStringLiteral("%1 of %2").arg(done).arg(total);
+    }
+
+    /// How far operations have told to be; not in the journal.
+    const QStringList& progress() const { return progress_; }
     bool isHourglassUp() const { return isHourglassUp_; }
     /// What the operator, or the world, does while the next box is open.
     void whileBoxIsShown(std::function<void()> something) { whileBoxIsShown_ = std::move(something); }
@@ -62,6 +68,7 @@ private:
     Journal& journal_;
     std::function<void()> whileBoxIsShown_;
     bool isHourglassUp_ = false;
+    QStringList progress_;
 };
 
 }  // namespace quorvex

@@ -32,7 +32,7 @@ bool FakeLoop::runDue() {
     return any;
 }
 
-void FakeLoop::run(std::int32_t untilTick) {
+void FakeLoop::runUntil(Tick until) {
     ++turns_;
     longestPause_ = std::max(longestPause_, now_ - turnEndedAt_);
     turnEndedAt_ = now_;
@@ -41,8 +41,8 @@ void FakeLoop::run(std::int32_t untilTick) {
     if (turnsAtThisTick_ > kMostTurnsAtOneTick)
         throw std::logic_error("a wait spins without end");
 
-    if (!runDue() && untilTick > now_) {
-        now_ = std::max(now_, std::min<Tick>(nextTick(), untilTick));
+    if (!runDue() && until > now_) {
+        now_ = std::max(now_, std::min(nextTick(), until));
         turnEndedAt_ = now_;  // what runs now may let the window in again
         runDue();
     }

@@ -19,16 +19,27 @@ public:
 
     explicit FakeLoop(Tick startTick = 0) : now_(startTick) {}
 
-    std::int32_t ticks() const override { return static_cast<std::int32_t>(now_); }
+    /// From 2^31 on it begins again at its lowest, as the real one.
+    std::int32_t ticks() const override {
+        return static_cast<std::int32_t>(static_cast<std::uint32_t>(now_));
+    }
+    /// The time by which things are scheduled; it never begins again.
+    Tick now() const { return now_; }
     /// Runs what is due; if nothing is, goes to the next tick at which something happens, or to
     /// `untilTick`. Throws std::logic_error when it is called without end and time stands still.
-    void run(std::int32_t untilTick) override;
+    void run(std::int32_t untilTick) override { runUntil(now_ + (Tick{untilTick} - ticks())); }
+    void runUntil(Tick until);
 
     /// Does `something` inside run(), when `tick` has come: a character arrives, a button is pressed, a
     /// cable is pulled. It may run a whole operation, which waits inside the wait that it interrupts.
     void at(Tick tick, std::function<void()> something);
     /// Lets time pass outside run(), as work that takes a while does. Nothing that falls due happens yet.
     void advance(Tick ms) { now_ += ms; }
+    /// The same for the whole machine, so that nobody has waited for the window.
+    void standStill(Tick ms) {
+        now_ += ms;
+        turnEndedAt_ += ms;
+    }
     /// Asks `nextTick` when something that was not scheduled here happens next.
     void addSource(std::function<std::optional<Tick>()> nextTick) { sources_.push_back(std::move(nextTick)); }
 

@@ -12,10 +12,11 @@ namespace quorvex {
 inline void choosePort(Bench& bench, int number) {
     bench.person.plan([number](QDialog& dialog) {
         auto& ports = *dialog.findChild<QComboBox*>("ComboCom");
-        for (ports.setFocus(); ports.currentIndex() > number - 1;)
-            QTest::keyClick(&ports, Qt::Key_Up);
-        while (ports.currentIndex() < number - 1)
+        ports.setFocus();
+        QTest::keyClick(&ports, Qt::Key_Home);
+        for (int i = 1; i < number; ++i)
             QTest::keyClick(&ports, Qt::Key_Down);
+        QCOMPARE(ports.currentText(), "COM" + QString::number(number));
         hand::click(*dialog.findChild<QWidget*>("CmdOK"));
     });
     bench.clickMenu("mnuComPort");

@@ -1,10 +1,14 @@
 #pragma once
 
-#include <QCoreApplication>
+#include <QApplication>
 #include <QTest>
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
+#include <type_traits>
+
+#include "tests/support/after_failure.h"
 
 namespace quorvex {
 
@@ -26,6 +30,9 @@ template <typename TestClass, typename Application>
 int runTest(int argc, char** argv) {
     QCoreApplication::setAttribute(Qt::AA_Use96Dpi);
     [[maybe_unused]] const Application application(argc, argv);
+    [[maybe_unused]] std::optional<ClosesAfterFailure> afterFailure;
+    if constexpr (std::is_same_v<Application, QApplication>)
+        afterFailure.emplace();
     TestClass test;
     return QTest::qExec(&test, argc, argv);
 }
