@@ -16,8 +16,12 @@ public:
     explicit PlainConsole(std::function<void(const QString&)> progress) : progress_(std::move(progress)) {}
 
     void status(std::string_view text, Colour /*colour*/) override {
-        if (progress_)
-            progress_(fromUtf8(text));
+        status_ = fromUtf8(text);
+        tell(status_);
+    }
+    void progress(int done, int total) override {
+        if (total > 0)
+            tell(QStringLiteral("%1 %2 of %3").arg(status_).arg(done).arg(total));
     }
     void messageBox(std::string_view text, Icon icon, std::string_view /*title*/) override {
         boxes_ << fromUtf8(text).simplified();
@@ -36,7 +40,13 @@ public:
     bool hasFailed() const { return hasFailed_; }
 
 private:
+    void tell(const QString& text) {
+        if (progress_)
+            progress_(text);
+    }
+
     std::function<void(const QString&)> progress_;
+    QString status_;
     QStringList boxes_;
     bool hasFailed_ = false;
 };
