@@ -112,7 +112,7 @@ QString listOf(const std::vector<Option>& options) {
 
 QString helpOfAll() {
     QString text = QStringLiteral(
-                       "Usage: %1 [--port PORT] [--json] COMMAND ...\n\n"
+                       "Usage: %1 [--port PORT] [--json] [--trace FILE] COMMAND ...\n\n"
                        "Reads and sets a Quorvex Beltpack or Active Antenna on a serial port.\n\n"
                        "Commands; %1 COMMAND --help says more and gives an example:\n")
                        .arg(kProgram);
@@ -133,9 +133,12 @@ QString helpOfAll() {
 
 std::vector<Option> Command::allOptions() const {
     std::vector<Option> all = options;
-    if (talksToUnit())
+    if (talksToUnit()) {
         all.push_back({QStringLiteral("--port"), QStringLiteral("PORT"),
                        QStringLiteral("COM1 to COM12, or a device such as /dev/ttyUSB0")});
+        all.push_back({QStringLiteral("--trace"), QStringLiteral("FILE"),
+                       QStringLiteral("add whatever passes over the port to FILE")});
+    }
     all.push_back({QStringLiteral("--json"), {}, QStringLiteral("print the result as one JSON object")});
     all.push_back({QStringLiteral("--help"), {}, QStringLiteral("print this and end")});
     return all;

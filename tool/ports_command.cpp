@@ -66,7 +66,7 @@ Result listPorts(const Request& /*request*/) {
 }
 
 NamedPort portNumbered(int number) {
-    return {nameOf(number), findPortDevice(number)};
+    return {nameOf(number), number, findPortDevice(number)};
 }
 
 NamedPort portNamed(const QString& given) {
@@ -80,7 +80,7 @@ NamedPort portNamed(const QString& given) {
             QStringLiteral("--port: \"%1\" is neither COM1 to COM%2 nor a device such as /dev/ttyUSB0.")
                 .arg(given)
                 .arg(PortChoice::kPortsOffered));
-    return {given, portDeviceAt(given)};
+    return {given, 0, portDeviceAt(given)};
 }
 
 }  // namespace quorvex::tool

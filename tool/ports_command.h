@@ -10,7 +10,8 @@ Result listPorts(const Request& request);
 
 /// A port that a command line names.
 struct NamedPort {
-    QString name;  ///< "COM3", or the path of the device
+    QString name;    ///< "COM3", or the path of the device
+    int number = 0;  ///< 0 for a path
     PortDevice device;
 };
 /// By `given`, "COM3" or a path. Throws Failure for anything else.

@@ -5,7 +5,7 @@ _quorvex_tool_command() {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            --port | --frames) ((i++)) ;;
+            --port | --trace | --frames) ((i++)) ;;
             -*) ;;
             *)
                 echo "${COMP_WORDS[i]}"
@@ -17,12 +17,12 @@ _quorvex_tool_command() {
 
 _quorvex_tool_options() {
     case $1 in
-        write) echo --with-identity --dry-run --port ;;
-        verify) echo --without-identity --port ;;
-        antenna) echo --tbr6 --port ;;
-        screen) echo --frames --port ;;
-        read | set | production-values | version) echo --port ;;
-        "") echo --port --version ;;
+        write) echo --with-identity --dry-run --port --trace ;;
+        verify) echo --without-identity --port --trace ;;
+        antenna) echo --tbr6 --port --trace ;;
+        screen) echo --frames --port --trace ;;
+        read | set | production-values | version) echo --port --trace ;;
+        "") echo --port --trace --version ;;
     esac
     echo --json --help
 }
@@ -51,6 +51,10 @@ _quorvex_tool() {
                 compgen -W "$(printf 'COM%d\n' {1..12})" -- "$word"
                 [[ $word != /* ]] || compgen -f -- "$word"
             )
+            return
+            ;;
+        --trace)
+            mapfile -t COMPREPLY < <(compgen -f -- "$word")
             return
             ;;
         --frames)

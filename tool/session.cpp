@@ -1,6 +1,7 @@
 #include "tool/session.h"
 
-#include <cstdio>
+#include <QStringList>
+#include <optional>
 
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
@@ -8,6 +9,8 @@
 #include "link/qt_text.h"
 #include "link/runtime_fault.h"
 #include "link/stop_signals.h"
+#include "link/trace_file.h"
+#include "link/trace_port.h"
 #include "tool/ports_command.h"
 #include "tool/progress.h"
 
@@ -25,10 +28,9 @@ NamedPort storedPort() {
     }
 }
 
-void open(QtSerialPort& port, const NamedPort& named) {
-    constexpr int kTheOne = 1;
+void open(SerialPort& port, const NamedPort& named) {
     try {
-        port.open(kTheOne);
+        port.open(named.number);
     } catch (const RuntimeFault& fault) {
         throw Failure(Status::port,
                       QStringLiteral("%1 cannot be opened. %2")
@@ -36,6 +38,39 @@ void open(QtSerialPort& port, const NamedPort& named) {
                                                .replace(QLatin1Char('\n'), QLatin1String(": "))));
     }
 }
+
+/// The port, and a trace of what passes over it where the request asks for one.
+class TracedLine {
+public:
+    /// Throws Failure where the trace cannot be begun.
+    TracedLine(const Request& request, const NamedPort& named, const EventLoop& loop)
+        : real_([device = named.device](int) { return device; }) {
+        if (!request.has("--trace"))
+            return;
+        file_.emplace(request.value("--trace").toStdString(),
+                      [this](const std::string& problem) { problem_ = fromUtf8(problem); });
+        if (!problem_.isEmpty())
+            throw Failure(Status::file, problem_);
+        trace_.emplace(real_, loop, [this](const std::string& line) { file_->line(line); });
+        real_.onLost([this] { trace_->lost(); });
+    }
+    TracedLine(const TracedLine&) = delete;
+    TracedLine& operator=(const TracedLine&) = delete;
+
+    SerialPort& port() {
+        if (trace_)
+            return *trace_;
+        return real_;
+    }
+    /// What has become of the trace; empty for nothing.
+    const QString& problem() const { return problem_; }
+
+private:
+    QtSerialPort real_;
+    std::optional<TraceFile> file_;
+    std::optional<TracePort> trace_;
+    QString problem_;
+};
 
 }  // namespace
 
@@ -57,20 +92,23 @@ Result runJob(const UnitJob& job, PlainWindow& window) {
 Result runOnPort(const Request& request, const UnitJob& job, int& stopSignal) {
     const NamedPort named = request.has("--port") ? portNamed(request.value("--port")) : storedPort();
     QtEventLoop loop;
-    QtSerialPort port([&named](int) { return named.device; });
+    TracedLine line(request, named, loop);
     Progress progress;
-    PlainWindow window(port, loop, [&progress](const QString& text) { progress.show(text); });
+    PlainWindow window(line.port(), loop, [&progress](const QString& text) { progress.show(text); });
     const StopSignals signals([&](int number) {
         stopSignal = number;
         window.link.closePort();
     });
-    open(port, named);
+    open(line.port(), named);
     Result result = runJob(job, window);
     result.object.insert(QStringLiteral("port"), named.name);
     if (stopSignal != 0 && result.status == Status::port)
         result.problem = QStringLiteral("Interrupted. ") + window.heard.howFar();
     else
-        stopSignal = 0;  // it came too late to change anything
+        stopSignal = 0;       // it came too late to change anything
+    window.link.closePort();  // so that the trace has an end
+    if (!line.problem().isEmpty())
+        result.problem = QStringList({result.problem, line.problem()}).join(QLatin1Char(' '));
     return result;
 }
 

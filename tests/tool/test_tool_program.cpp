@@ -33,6 +33,9 @@ private Q_SLOTS:
     void noProgressInPipes();
     void progressOnATerminal();
     void outputThatIsNotTaken();
+    void trace();
+    void traceThatCannotBeWritten_data();
+    void traceThatCannotBeWritten();
     void helpAndVersion();
 
 private:
@@ -272,10 +275,37 @@ void TestToolProgram::outputThatIsNotTaken() {
     QCOMPARE(process.readAllStandardError(), "quorvex-tool: the standard output does not take the result.\n");
 }
 
+void TestToolProgram::trace() {
+    tool_->plugIn(1, {"beltpack"});
+    const QString path = folder_.path("line.trace");
+    for (int i = 0; i < 2; ++i)
+        QCOMPARE(tool_->run("--port COM1 --trace " + path + " set pli 27").status, 0);
+    const QByteArray text = SettingsFolder::content(path);
+    QCOMPARE(text.count("# trace of "), 2);
+    for (const char* line : {"* open COM1\n", "> # 024227\\x0D\\x0A | 23 20 30 32 34 32 32 37 0D 0A\n",
+                             "> # 0102\\x0D\\x0A | ", "< # 028227", "* close\n"})
+        QCOMPARE(text.count(line), 2);
+}
+
+void TestToolProgram::traceThatCannotBeWritten_data() {
+    QTest::addColumn<QString>("path");
+    QTest::newRow("no folder") << folder_.path("none/line.trace");
+    QTest::newRow("a folder") << folder_.path("");
+}
+
+void TestToolProgram::traceThatCannotBeWritten() {
+    QFETCH(QString, path);
+    UnitProcess& unit = tool_->plugIn(1, {"beltpack"});
+    const auto ended = tool_->run("--port COM1 set pli 27 --trace " + path);
+    QCOMPARE(ended.status, 5);
+    QVERIFY2(ended.err.startsWith("quorvex-tool: The trace "), qPrintable(ended.err));
+    QCOMPARE(unit.received(), QStringList());
+}
+
 void TestToolProgram::helpAndVersion() {
     const auto help = tool_->run("--help");
     QCOMPARE(help.status, 0);
-    QVERIFY(help.out.startsWith("Usage: quorvex-tool [--port PORT] [--json] COMMAND ...\n"));
+    QVERIFY(help.out.startsWith("Usage: quorvex-tool [--port PORT] [--json] [--trace FILE] COMMAND ...\n"));
     QCOMPARE(tool_->run("write --help").out, tool::helpText(&tool::commandTable()[2]));
     QCOMPARE(tool_->run("--version").out, "quorvex-tool " QUORVEX_VERSION "\n");
 }
