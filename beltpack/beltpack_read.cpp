@@ -71,7 +71,7 @@ void BeltpackRead::detectRfModule(Operation& operation) {
     const std::string reply = operation.exchange("# 0139", kDetectReplyLength);
     if (operation.isOver() || (reply == kError && !operation.isLatest()))
         return;  // nothing was learned: another operation, too, may have dropped the reply
-    const bool rm5 = reply == "# 01BF";
+    const bool rm5 = isRefusal(reply);
     if (rm5 && module_.type() == RadioModule::kKirk)
         module_.change(RadioModule::kRm5);
     else if (!rm5 && module_.type() == RadioModule::kRm5)
@@ -91,7 +91,7 @@ void BeltpackRead::readParameters(Operation& operation) {
             throw RuntimeFault::noReply();
         } else if (isAlone()) {  // a read in this wait has found out whether the unit has it
             parameter.available = "0";
-            parameter.value = "N/A";
+            parameter.value = kNotAvailable;
             // The name is shown as the field holds it, its trailing blanks too.
             link_.status("Option " + parameter.name.str() + "unavailable!", kRed);
         }

@@ -104,6 +104,15 @@ std::string FileNumberOne::readItem() {
     return item;
 }
 
+std::string FileNumberOne::readLine() {
+    if (atEnd())
+        throw RuntimeFault::fileAccess();
+    std::string line = takeUntil("\r\n");
+    if (peek() != EOF)
+        skipLineEnd();
+    return line;
+}
+
 void FileNumberOne::writeLine(std::string_view text) {
     const bool written = std::fwrite(text.data(), 1, text.size(), file_) == text.size() &&
                          std::fputs("\r\n", file_) >= 0 && std::fflush(file_) == 0;

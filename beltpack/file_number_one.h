@@ -28,6 +28,8 @@ public:
     /// for longer than any setting, only the beginning is returned. Throws RuntimeFault when nothing is
     /// left or the file cannot be read.
     std::string readItem();
+    /// The next line whole, commas, quotes and blanks too, cut like an item. Throws as readItem does.
+    std::string readLine();
     /// Writes `text` and carriage return, line feed, at once. Throws RuntimeFault when that fails.
     void writeLine(std::string_view text);
 

@@ -4,12 +4,6 @@
 
 namespace quorvex {
 
-namespace {
-
-constexpr int kHighestItem = 2;
-
-}  // namespace
-
 SettingsEditors::SettingsEditors(SettingsImage& image, OptionGroup& mic, CheckField& batteryAlarm,
                                  OneItemList& hwRevision, OneItemList& regulations)
     : image_(image),
@@ -43,16 +37,18 @@ void SettingsEditors::checkBattAlarm_Click() {
 
 void SettingsEditors::BPHWRevision_Scroll() {
     const int revision = hwRevision_.topIndex();
-    if (revision <= kHighestItem)
-        image_[SettingsImage::kFeatureMap].value = HexPad(revision, 2);
+    Parameter& featureMap = image_[SettingsImage::kFeatureMap];
+    if (revision <= featureMap.highest)
+        featureMap.value = HexPad(revision, 2);
     else
         hwRevision_.setTopIndex(0);
 }
 
 void SettingsEditors::BPRegulations_Scroll() {
     const int regulation = regulations_.topIndex();
-    if (regulation >= 0 && regulation <= kHighestItem)
-        image_[SettingsImage::kFccEnabled].value = HexPad(regulation, 2);
+    Parameter& fcc = image_[SettingsImage::kFccEnabled];
+    if (regulation >= 0 && regulation <= fcc.highest)
+        fcc.value = HexPad(regulation, 2);
 }
 
 void SettingsEditors::refillLists() {
@@ -68,7 +64,7 @@ void SettingsEditors::showImage() {
     Parameter& fcc = image_[SettingsImage::kFccEnabled];
     if (fcc.isAvailable()) {
         int regulation = decimal(SettingsImage::kFccEnabled);
-        if (regulation > kHighestItem) {
+        if (regulation > fcc.highest) {
             regulation = 0;
             fcc.value = "00";
         }
@@ -92,7 +88,8 @@ void SettingsEditors::showImage() {
     }
 
     const int revision = decimal(SettingsImage::kFeatureMap);
-    if (image_[SettingsImage::kFeatureMap].isAvailable() && revision >= 0 && revision <= kHighestItem)
+    const Parameter& featureMap = image_[SettingsImage::kFeatureMap];
+    if (featureMap.isAvailable() && revision >= 0 && revision <= featureMap.highest)
         hwRevision_.setTopIndex(revision);
 
     batteryAlarm_.setValue(decimal(SettingsImage::kLowBatteryAlarm));

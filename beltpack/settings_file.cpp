@@ -7,7 +7,6 @@ namespace quorvex {
 
 namespace {
 
-constexpr const char* kSignature = "K4700";
 constexpr const char* kFilter = "Beltpack Config Files (*.bpc)|*.bpc|All Files (*.*)|*.*";
 
 std::filesystem::path pathOf(const std::string& utf8) {
@@ -15,6 +14,22 @@ std::filesystem::path pathOf(const std::string& utf8) {
 }
 
 }  // namespace
+
+std::vector<std::string> settingsLines(const SettingsImage& image) {
+    std::vector<std::string> lines{std::string(kSettingsSignature)};
+    for (int i = 0; i < SettingsImage::kParameters; ++i)
+        lines.push_back(image[i].value.str());
+    return lines;
+}
+
+bool readSettings(FileNumberOne& file, SettingsImage& image) {
+    if (file.readItem() != kSettingsSignature)
+        return false;
+    image.beginFile();
+    for (int i = 0; i < SettingsImage::kParameters; ++i)
+        image[i].value = file.atEnd() ? "0" : file.readItem();
+    return true;
+}
 
 SettingsFile::SettingsFile(CommandLink& link, SettingsImage& image, FileDialog& dialog,
                            SettingsFileFields fields, SettingsFileNeighbours& neighbours)
@@ -45,9 +60,8 @@ void SettingsFile::save(const std::string& path) {
     if (image_.isBeingFilled())
         throw RuntimeFault::fileAccess();  // half of it would be blank
     file_.openForOutput(pathOf(path));
-    file_.writeLine(kSignature);
-    for (int i = 0; i < SettingsImage::kParameters; ++i)
-        file_.writeLine(image_[i].value.str());
+    for (const std::string& line : settingsLines(image_))
+        file_.writeLine(line);
     file_.close();
     link_.status("Betpack settings saved to file successfully.", kBlack);
 }
@@ -67,8 +81,7 @@ void SettingsFile::CommandRead_Click() {
 void SettingsFile::load(const std::string& path) {
     std::string systemIdProblem;
     file_.openForInput(pathOf(path));
-    if (file_.readItem() == kSignature) {
-        readValues();
+    if (readSettings(file_, image_)) {
         systemIdProblem = refreshWindow();
     } else {
         link_.console().messageBox(path + "\r\n is not a valid QuorvexCfg file.", Icon::critical);
@@ -79,12 +92,6 @@ void SettingsFile::load(const std::string& path) {
     link_.status("Beltpack settings read from file successfully.", kBlack);
     if (!systemIdProblem.empty())
         link_.console().messageBox(systemIdProblem, Icon::critical);
-}
-
-void SettingsFile::readValues() {
-    image_.beginFile();
-    for (int i = 0; i < SettingsImage::kParameters; ++i)
-        image_[i].value = file_.atEnd() ? "0" : file_.readItem();
 }
 
 std::string SettingsFile::refreshWindow() {

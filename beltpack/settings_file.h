@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "beltpack/file_number_one.h"
 #include "beltpack/settings_image.h"
@@ -8,6 +9,14 @@
 #include "link/command_link.h"
 
 namespace quorvex {
+
+/// What a settings file begins with.
+inline constexpr std::string_view kSettingsSignature = "K4700";
+/// The lines of a settings file.
+std::vector<std::string> settingsLines(const SettingsImage& image);
+/// Fills the image from an open file; values that are missing are "0". False, and nothing is changed, when it
+/// does not begin with the signature. Throws as FileNumberOne does.
+bool readSettings(FileNumberOne& file, SettingsImage& image);
 
 /// Asking the operator for a file.
 class FileDialog {
@@ -63,7 +72,6 @@ private:
     bool goesOn(const FileDialog::Choice& choice);
     void save(const std::string& path);
     void load(const std::string& path);
-    void readValues();
     /// What the operator must know of the file's System ID, empty for nothing.
     std::string refreshWindow();
 

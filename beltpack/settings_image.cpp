@@ -12,6 +12,7 @@ struct TableRow {
     std::int16_t number;
     std::int16_t length;
     const char* name;
+    int highest = -1;
 };
 
 constexpr std::array<TableRow, SettingsImage::kParameters> kTable{{
@@ -20,8 +21,8 @@ constexpr std::array<TableRow, SettingsImage::kParameters> kTable{{
     {0x03, 6, "System Id"},
     {0x04, 2, "Headset Limit"},
     {0x05, 2, "RSSI Warning Alarm"},
-    {0x06, 2, "Low Battery Alarm"},
-    {0x07, 2, "Headset Mic Type"},
+    {0x06, 2, "Low Battery Alarm", 1},
+    {0x07, 2, "Headset Mic Type", 2},
     {0x08, 2, "Headset Mic Gain"},
     {0x09, 2, "Headphone Off Level"},
     {0x0A, 2, "Sidetone Volume"},
@@ -30,12 +31,12 @@ constexpr std::array<TableRow, SettingsImage::kParameters> kTable{{
     {0x0D, 2, "PTT Switch"},
     {0x0E, 6, "RD Carrier Mask"},
     {0x0F, 2, "Page Change Mode"},
-    {0x10, 2, "FCC Enabled"},
+    {0x10, 2, "FCC Enabled", 2},
     {0x11, 2, "Keylock"},
     {0x12, 2, "Vibrator Enabled"},
     {0x13, 2, "Mic Noise Gate Enabled"},  // 22 characters: the field cuts it to 20, as intended
     {0x14, 2, "Keytap Mode"},
-    {0x15, 2, "Feature Map"},
+    {0x15, 2, "Feature Map", 2},
 }};
 
 constexpr int kWriteBit = 0x40;
@@ -69,6 +70,7 @@ SettingsImage::SettingsImage() {
         records_[i].number = kTable[i].number;
         records_[i].length = kTable[i].length;
         records_[i].name = kTable[i].name;
+        records_[i].highest = kTable[i].highest;
     }
 }
 

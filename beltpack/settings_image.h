@@ -10,12 +10,16 @@
 
 namespace quorvex {
 
+/// The value of a parameter that the unit does not have.
+inline constexpr std::string_view kNotAvailable = "N/A";
+
 /// One parameter of a Beltpack.
 struct Parameter {
     std::int16_t length = 0;  ///< payload bytes of a reply or write: the number and the data, 2 or 6
     std::int16_t number = 0;  ///< on the wire, 1 to 21
-    FixedText<10> value;      ///< hexadecimal digits, "N/A" when the unit has none, blank when unknown
+    FixedText<10> value;  ///< hexadecimal digits, kNotAvailable when the unit has none, blank when unknown
     FixedText<20> name;
+    int highest = 0;         ///< the largest value that means something; -1 where every one does
     FixedText<2> available;  ///< "1" or "0" by the last read, blank before one
 
     std::string readLine() const;

@@ -7,6 +7,7 @@
 #include "fuzz/input.h"
 #include "link/console.h"
 #include "link/controls.h"
+#include "link/plain_field.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex::fuzz {
@@ -44,15 +45,6 @@ public:
 
 private:
     bool isHourglassUp_ = false;
-};
-
-class PlainField : public TextField {
-public:
-    std::string text() const override { return text_; }
-    void setText(std::string_view text) override { text_ = std::string(text); }
-
-private:
-    std::string text_;
 };
 
 class PlainCheck : public CheckField {

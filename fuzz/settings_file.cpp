@@ -7,11 +7,13 @@
 #include <string>
 #include <utility>
 
+#include "beltpack/settings_check.h"
 #include "beltpack/settings_summary.h"
 #include "fuzz/input.h"
 #include "fuzz/plain_window.h"
 #include "fuzz/scripted_line.h"
 #include "identity/system_id.h"
+#include "link/number_text.h"
 
 // Loading a settings file whole, saving it again and loading that. Input: the file.
 
@@ -101,6 +103,22 @@ bool survives(const SettingsImage& image) {
     return true;
 }
 
+/// What the check finds nothing wrong with has been loaded as it stands.
+void checkDefects(const std::string& path, const SettingsImage& loaded) {
+    try {
+        if (!checkSettingsFile(path).empty())
+            return;
+    } catch (const RuntimeFault&) {
+        return;  // cannot be read
+    }
+    require(loaded.isFilled(), "a file without a defect is loaded");
+    for (int i = 0; i < SettingsImage::kParameters; ++i) {
+        const std::string_view value = trimmedRight(loaded[i].value.str());
+        require(value == kNotAvailable || static_cast<int>(value.size()) == loaded[i].digits(),
+                "each value has its digits");
+    }
+}
+
 }  // namespace
 
 void tryInput(Input input) {
@@ -110,6 +128,7 @@ void tryInput(Input input) {
     first.file.CommandRead_Click();
     const std::string loaded = values(first.image);
     checkFields(first);
+    checkDefects(file.path(), first.image);
 
     first.file.CommandSave_Click();
     Window second(file.path());

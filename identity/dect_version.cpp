@@ -6,6 +6,11 @@ namespace quorvex {
 
 namespace {
 constexpr std::size_t kVersionAt = 14;  ///< the version begins with the 15th character
+constexpr std::string_view kMark = "DECT Version:";
+}  // namespace
+
+bool DectVersion::isWhereTaken(std::string_view reply) {
+    return reply.size() > kVersionAt + 1 && reply.substr(kVersionAt - kMark.size(), kMark.size()) == kMark;
 }
 
 DectVersion::DectVersion(CommandLink& link, std::string request, TextField& version)
@@ -24,7 +29,7 @@ void DectVersion::request(Operation& operation) {
             version_.setText("Unavailable");
             return;
         }
-        if (reply.find("DECT Version:") == std::string::npos)
+        if (reply.find(kMark) == std::string::npos)
             continue;
         // The last character of the line is not part of the version.
         version_.setText(reply.size() > kVersionAt + 1

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <string_view>
 
 #include "link/controls.h"
 #include "link/operation.h"
@@ -12,6 +13,9 @@ class DectVersion {
 public:
     static constexpr const char* kBeltpackRequest = "! 0108";
     static constexpr const char* kAntennaRequest = "! 0107";
+
+    /// Whether the version stands in `reply` where it is taken from. The request takes it from there anyway.
+    static bool isWhereTaken(std::string_view reply);
 
     DectVersion(CommandLink& link, std::string request, TextField& version);
 

@@ -24,6 +24,10 @@ std::string objectionTo(double number) {
 PsnUpdate::PsnUpdate(CommandLink& link, SettingsImage& image, TextField& beltpackId)
     : link_(link), image_(image), beltpackId_(beltpackId) {}
 
+std::string PsnUpdate::digitsOf(std::int32_t psn) {
+    return "00443" + HexPad(psn, 5);
+}
+
 void PsnUpdate::CommandSetBpId_Click() {
     const std::string text = beltpackId_.text();
     const double number = decimalValue(text);
@@ -37,7 +41,7 @@ void PsnUpdate::CommandSetBpId_Click() {
         return;
     }
     const auto reply = writeAndReadBack(link_, image_, SettingsImage::kPsn, "Sending PSN to Beltpack...",
-                                        "00443" + HexPad(toInt32(number), 5));
+                                        digitsOf(toInt32(number)));
     // Compared unrounded: a fraction is sent rounded and then reported as not updated, as intended.
     if (reply && *reply != kError && static_cast<double>(hexValue(middle(*reply, 12, 5))) == number) {
         image_[SettingsImage::kPsn].storeReply(*reply);

@@ -1,5 +1,8 @@
 #pragma once
 
+#include <cstdint>
+#include <string>
+
 #include "beltpack/settings_image.h"
 #include "link/command_link.h"
 #include "link/controls.h"
@@ -9,6 +12,10 @@ namespace quorvex {
 /// Giving a Beltpack its serial number, entered in decimal.
 class PsnUpdate {
 public:
+    static constexpr std::int32_t kHighest = 0xFFFFF;  ///< that a Beltpack takes; the field takes larger ones
+    /// What a Beltpack with the serial number `psn` (0 or more) holds: 10 digits up to kHighest.
+    static std::string digitsOf(std::int32_t psn);
+
     PsnUpdate(CommandLink& link, SettingsImage& image, TextField& beltpackId);
 
     void CommandSetBpId_Click();

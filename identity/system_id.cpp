@@ -65,7 +65,7 @@ std::string SystemId::showParkB(const std::string& parkB) {
     setComponents("", "", "");
     fields_.parkB.setText("");
     const std::string_view shown = trimmedRight(parkB);
-    if (shown == "N/A")
+    if (shown == kNotAvailable)
         return {};
     return "\"" + printable(shown) + "\" is not a valid System Id.\r\nThe System ID fields were emptied.";
 }

@@ -9,6 +9,7 @@
 #include "link/block_capture.h"
 #include "link/console.h"
 #include "link/event_loop.h"
+#include "link/link_listener.h"
 #include "link/serial_port.h"
 
 namespace quorvex {
@@ -24,6 +25,8 @@ public:
     /// Shows `text` in the status line.
     void status(std::string_view text, Colour colour);
     Console& console() { return console_; }
+    /// From now on `listener` hears every operation; null for none. It must outlive them.
+    void listen(LinkListener* listener) { listener_ = listener; }
 
     /// Whether an operation is under way, so that what arrives is for it.
     bool isBusy() const { return !operations_.empty(); }
@@ -55,6 +58,7 @@ private:
     SerialPort& port_;
     EventLoop& loop_;
     Console& console_;
+    LinkListener* listener_ = nullptr;
     BlockCapture dataBuffer_;
     std::vector<Operation*> operations_;  ///< under way, the oldest first
     std::uint32_t begun_ = 0;             ///< number of operations so far

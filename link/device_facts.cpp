@@ -5,10 +5,14 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QSerialPortInfo>
+#include <QThread>
 #include <algorithm>
+#include <chrono>
 
 #ifdef Q_OS_LINUX
 #include <poll.h>
+#include <sys/ioctl.h>
+#include <termios.h>
 #endif
 
 namespace quorvex {
@@ -27,6 +31,20 @@ QString adapterText(const QString& maker, const QString& product, const QString&
 std::optional<bool> isHungUp(qintptr handle) {
     pollfd state{static_cast<int>(handle), 0, 0};
     return poll(&state, 1, 0) == 1 && (state.revents & (POLLHUP | POLLERR | POLLNVAL)) != 0;
+}
+
+void letLeave(qintptr handle) {
+    using std::chrono::milliseconds;
+    constexpr milliseconds kMost{1000};
+    constexpr milliseconds kTurn{1};
+    const int descriptor = static_cast<int>(handle);
+    int left = 0;
+    for (milliseconds waited{0}; ioctl(descriptor, TIOCOUTQ, &left) == 0 && left > 0; waited += kTurn) {
+        if (waited >= kMost || isHungUp(handle).value_or(false))
+            return;
+        QThread::msleep(static_cast<unsigned long>(kTurn.count()));
+    }
+    tcdrain(descriptor);  // what the chip itself still holds
 }
 
 bool isAbsentUart(const QString& name) {
@@ -149,6 +167,8 @@ QString DeviceUsers::otherUserOf(const QString& path) {
 std::optional<bool> isHungUp(qintptr) {
     return std::nullopt;
 }
+
+void letLeave(qintptr) {}
 
 bool isAbsentUart(const QString&) {
     return false;

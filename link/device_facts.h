@@ -12,6 +12,10 @@ namespace quorvex {
 /// descriptor of an open port. Nothing where the system has no such question.
 std::optional<bool> isHungUp(qintptr handle);
 
+/// Waits until what an open device was given has left it, or the other end is gone; a device that takes
+/// nothing is left to itself after a second.
+void letLeave(qintptr handle);
+
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 

@@ -78,6 +78,8 @@ void Operation::serialSendString(std::string_view command) {
         for (const char c : kLineEnd)
             port.write(c);
         port.flush();
+        if (link_.listener_)
+            link_.listener_->sent(command);
     } catch (const RuntimeFault&) {  // NOLINT(bugprone-empty-catch): the reader that follows finds out
     }
 }
@@ -88,12 +90,15 @@ std::string Operation::serialGetResponse(int limitUnits, char terminator) {
     bool started = false;
     while (const auto c = wait.next()) {
         started = started || isStart(*c);
-        if (started && *c == terminator)
+        if (started && *c == terminator) {
+            if (link_.listener_)
+                link_.listener_->gotLine(text);
             return text;
+        }
         if (started && text.size() < kLongestLine)
             text += *c;
     }
-    return std::string(kError);
+    return givenUp(text);
 }
 
 std::string Operation::serialGetResponseChars(int limitUnits, int count) {
@@ -104,9 +109,18 @@ std::string Operation::serialGetResponseChars(int limitUnits, int count) {
         started = started || isStart(*c);
         if (started && !isControl(*c))
             text += *c;
-        if (started && static_cast<int>(text.size()) == count)
+        if (started && static_cast<int>(text.size()) == count) {
+            if (link_.listener_)
+                link_.listener_->gotCharacters(text);
             return text;
+        }
     }
+    return givenUp(text);
+}
+
+std::string Operation::givenUp(std::string_view part) {
+    if (link_.listener_)
+        link_.listener_->gaveUp(part);
     return std::string(kError);
 }
 

@@ -79,6 +79,9 @@ public:
     std::string exchange(std::string_view line, int count);
 
 private:
+    /// What a reader returns that did not get a whole reply.
+    std::string givenUp(std::string_view part);
+
     CommandLink& link_;
     std::function<bool()> isWanted_;
     std::function<bool()> isPortThere_;

@@ -13,14 +13,6 @@ namespace quorvex {
 
 namespace {
 
-PortDevice atLink(const QString& link) {
-    PortDevice device;
-    device.asked = link;
-    // The lock that guards a port goes by the spelling of its path.
-    device.path = QFileInfo(link).canonicalFilePath();
-    return device;
-}
-
 /// The serial ports of the machine in their order.
 std::vector<std::string> portsOfMachine() {
     std::vector<std::string> names;
@@ -51,10 +43,10 @@ public:
 #else
         constexpr char kFolder[] = "QUORVEX_PORTS";
         if (qEnvironmentVariableIsSet(kFolder))
-            return atLink(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
+            return portDeviceAt(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
         const QString system = QStringLiteral("/dev/quorvex/") + name;
         if (QFileInfo::exists(system))
-            return atLink(system);
+            return portDeviceAt(system);
         if (!machine_)
             machine_ = portsOfMachine();
         return nthOf(*machine_, number);
@@ -65,44 +57,65 @@ private:
     std::optional<std::vector<std::string>> machine_;
 };
 
-QString problemOf(const PortDevice& device, [[maybe_unused]] DeviceUsers& users) {
+PortState stateOf(const PortDevice& device, [[maybe_unused]] DeviceUsers& users) {
+    using Kind = PortState::Kind;
     if (device.path.isEmpty())
-        return QStringLiteral("Absent: connect the adapter, or choose another port.");
+        return {
+            device, Kind::absent, QStringLiteral("Absent: connect the adapter, or choose another port."), {}};
+    const QString adapter = adapterOf(device.path);
 #ifndef Q_OS_WIN
     const QFileInfo info(device.path);
     if (!info.isReadable() || !info.isWritable())
-        return QStringLiteral("No rights: join the group \"%1\" and log in again.").arg(info.group());
+        return {device, Kind::noRights,
+                QStringLiteral("No rights: join the group \"%1\" and log in again.").arg(info.group()),
+                adapter};
     const QString user = users.otherUserOf(device.path);
     if (!user.isEmpty())
-        return QStringLiteral("In use by %1: close that program first.").arg(user);
+        return {device, Kind::inUse, QStringLiteral("In use by %1: close that program first.").arg(user),
+                adapter};
 #endif
-    return {};
+    return {device, Kind::free, {}, adapter};
 }
 
-QString describe(const PortDevice& device, DeviceUsers& users, const QString& otherwise) {
+QString describe(const PortState& state, const QString& otherwise = {}) {
+    const PortDevice& device = state.device;
     const QString where = device.path.isEmpty() ? device.asked : device.path;
-    const QString known = problemOf(device, users);
-    const QString& problem = known.isEmpty() ? otherwise : known;
+    const QString& problem = state.advice.isEmpty() ? otherwise : state.advice;
     return problem.isEmpty() ? where : where + QLatin1Char('\n') + problem;
 }
 
 }  // namespace
 
+PortDevice portDeviceAt(const QString& path) {
+    PortDevice device;
+    device.asked = path;
+    // The lock that guards a port goes by the spelling of its path.
+    device.path = QFileInfo(path).canonicalFilePath();
+    return device;
+}
+
 QString PortDevice::description(const QString& otherwise) const {
     DeviceUsers users;
-    return describe(*this, users, otherwise);
+    return describe(stateOf(*this, users), otherwise);
 }
 
 PortDevice findPortDevice(int number) {
     return PortFinder().find(number);
 }
 
-std::vector<QString> describePorts(int highest) {
+std::vector<PortState> lookAtPorts(int highest) {
     PortFinder finder;
     DeviceUsers users;
-    std::vector<QString> descriptions;
+    std::vector<PortState> states;
     for (int number = 1; number <= highest; ++number)
-        descriptions.push_back(describe(finder.find(number), users, {}));
+        states.push_back(stateOf(finder.find(number), users));
+    return states;
+}
+
+std::vector<QString> describePorts(int highest) {
+    std::vector<QString> descriptions;
+    for (const PortState& state : lookAtPorts(highest))
+        descriptions.push_back(describe(state));
     return descriptions;
 }
 

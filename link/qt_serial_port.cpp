@@ -1,9 +1,9 @@
 #include "link/qt_serial_port.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "link/device_facts.h"
-#include "link/port_device.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -13,7 +13,7 @@ constexpr int kReceiveBuffer = 4096;
 constexpr int kCannotOpen = 8005;
 }  // namespace
 
-QtSerialPort::QtSerialPort() {
+QtSerialPort::QtSerialPort(std::function<PortDevice(int)> find) : find_(std::move(find)) {
     port_.setObjectName(QStringLiteral("MSComm1"));
     port_.setBaudRate(QSerialPort::Baud19200);
     port_.setDataBits(QSerialPort::Data8);
@@ -32,7 +32,7 @@ QtSerialPort::~QtSerialPort() {
 
 void QtSerialPort::openDevice(int number) {
     close();
-    const PortDevice device = findPortDevice(number);
+    const PortDevice device = find_(number);
     if (device.path.isEmpty())
         throw RuntimeFault(kCannotOpen, "The port is absent");
     // The toolkit takes a lock over after half a minute, however alive its holder is.
@@ -46,8 +46,11 @@ void QtSerialPort::openDevice(int number) {
 
 void QtSerialPort::close() {
     lost_ = false;
-    if (port_.isOpen())
-        port_.close();
+    if (!port_.isOpen())
+        return;
+    // Closing puts the device's former speed back at once; the last line must have left by then.
+    letLeave(port_.handle());
+    port_.close();
 }
 
 bool QtSerialPort::isOpen() const {

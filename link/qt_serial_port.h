@@ -3,6 +3,7 @@
 #include <QSerialPort>
 #include <functional>
 
+#include "link/port_device.h"
 #include "link/serial_port.h"
 
 namespace quorvex {
@@ -10,7 +11,8 @@ namespace quorvex {
 /// The serial port of this machine.
 class QtSerialPort : public SerialPort {
 public:
-    QtSerialPort();
+    /// `find` gives the device of a port number.
+    explicit QtSerialPort(std::function<PortDevice(int)> find = findPortDevice);
     ~QtSerialPort() override;
 
     void close() override;
@@ -31,6 +33,7 @@ private:
     void lose();
     void demandOpen() const;
 
+    std::function<PortDevice(int)> find_;
     QSerialPort port_;
     bool lost_ = false;  ///< the device is gone; the port closes with the next event
     std::function<void()> lostHandler_;

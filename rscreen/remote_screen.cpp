@@ -1,7 +1,5 @@
 #include "rscreen/remote_screen.h"
 
-#include <limits>
-
 #include "link/held.h"
 #include "link/number_text.h"
 #include "link/runtime_fault.h"
@@ -13,7 +11,6 @@ namespace {
 constexpr std::int32_t kFrameBytes = 512;
 constexpr std::int32_t kNearlyWhole = 400;  ///< at line speed a tick brings 480 bytes
 constexpr int kByteLimit = 10000;           ///< a frame is read to its end however slowly it comes
-constexpr int kHighestCounter = std::numeric_limits<std::uint8_t>::max();
 
 }  // namespace
 

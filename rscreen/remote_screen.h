@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <functional>
+#include <limits>
 #include <string>
 
 #include "link/command_link.h"
@@ -16,6 +17,9 @@ using ScreenBits = std::array<std::uint8_t, 33 * 16>;
 inline constexpr int kScreenLines = 33;
 inline constexpr int kScreenLineBytes = 16;
 inline constexpr int kScreenScale = 2;  ///< each display pixel is a square of 2 x 2
+// Colours as 0xRRGGBB.
+inline constexpr std::uint32_t kScreenInk = 0x000000;
+inline constexpr std::uint32_t kScreenGround = 0x00FF00;
 
 /// What the remote screen needs of the window.
 class RemoteScreenWindow {
@@ -40,6 +44,8 @@ struct RemoteScreenFields {
 /// Catching the Beltpack's display stream, and saving the picture under numbered names.
 class RemoteScreen {
 public:
+    static constexpr int kHighestCounter = std::numeric_limits<std::uint8_t>::max();
+
     RemoteScreen(CommandLink& link, RemoteScreenWindow& window, RemoteScreenFields fields);
 
     /// Takes a frame if one is waiting, then repaints. A tick while another operation is on the port only

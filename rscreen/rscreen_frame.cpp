@@ -5,11 +5,11 @@
 #include <QDir>
 #include <QFileInfo>
 #include <QGridLayout>
-#include <QSaveFile>
 #include <chrono>
 
 #include "form/guard.h"
 #include "form/make.h"
+#include "link/whole_file.h"
 
 namespace quorvex {
 
@@ -105,20 +105,7 @@ QString RScreenFrame::write(const QString& path) const {
     QBuffer bitmap;
     bitmap.open(QIODevice::WriteOnly);
     picture_->image().save(&bitmap, "BMP");
-    QSaveFile file(path);
-    file.setDirectWriteFallback(true);  // a folder may forbid new files and yet hold one that may be written
-    // Only a file that took every byte replaces the one of its name.
-    const bool opened = file.open(QIODevice::WriteOnly);
-    if (opened && file.write(bitmap.data()) == bitmap.size() && file.flush() &&
-        file.size() == bitmap.size() && file.commit())
-        return {};
-    // The toolkit has no words for a file that ends too early.
-    const bool endsTooEarly = file.error() == QFileDevice::NoError || file.error() == QFileDevice::WriteError;
-    const QString problem = opened && endsTooEarly
-                                ? QStringLiteral("The disk did not take the whole picture; it may be full.")
-                                : file.errorString();
-    file.cancelWriting();
-    return problem;
+    return replaceFile(path, bitmap.data(), QStringLiteral("picture"));
 }
 
 }  // namespace quorvex

@@ -10,8 +10,9 @@ namespace quorvex {
 namespace {
 
 constexpr QSize kPicture{kScreenLineBytes * 8 * kScreenScale, kScreenLines* kScreenScale};
-constexpr QRgb kBlackPixel = qRgb(0, 0, 0);
-constexpr QRgb kGreenPixel = qRgb(0, 255, 0);
+constexpr QRgb kOpaque = 0xFF000000;
+constexpr QRgb kBlackPixel = kOpaque | kScreenInk;
+constexpr QRgb kGreenPixel = kOpaque | kScreenGround;
 
 }  // namespace
 

@@ -30,6 +30,8 @@ private Q_SLOTS:
     void noRights();
     void otherwise();
     void allAtOnce();
+    void states();
+    void byPath();
     void looksOnce();
 
 private:
@@ -108,6 +110,30 @@ void TestPortDevice::allAtOnce() {
     const QString absent = "\nAbsent: connect the adapter, or choose another port.";
     QCOMPARE(describePorts(3),
              std::vector<QString>({device(), bench_->portLink(2) + absent, bench_->portLink(3) + absent}));
+}
+
+void TestPortDevice::states() {
+    const std::vector<PortState> states = lookAtPorts(2);
+    QCOMPARE(states.size(), std::size_t(2));
+    QVERIFY(states[0].kind == PortState::Kind::free);
+    QCOMPARE(states[0].device.path, device());
+    QCOMPARE(states[0].advice, "");
+    QVERIFY(states[1].kind == PortState::Kind::absent);
+    QCOMPARE(states[1].advice, "Absent: connect the adapter, or choose another port.");
+    QVERIFY(bench_->start());
+    QVERIFY(lookAtPorts(1)[0].kind == PortState::Kind::inUse);
+    std::filesystem::permissions(device().toStdString(), std::filesystem::perms::none);
+    std::filesystem::permissions(QFileInfo(bench_->portLink(1)).path().toStdString(),
+                                 std::filesystem::perms::others_exec, std::filesystem::perm_options::add);
+    const WithoutPrivileges rest;
+    QVERIFY(lookAtPorts(1)[0].kind == PortState::Kind::noRights);
+}
+
+void TestPortDevice::byPath() {
+    QCOMPARE(portDeviceAt(bench_->portLink(1)).path, device());
+    QCOMPARE(portDeviceAt(device()).path, device());
+    QCOMPARE(portDeviceAt("/dev/none").path, "");
+    QCOMPARE(portDeviceAt("/dev/none").asked, "/dev/none");
 }
 
 // Whoever asks for many devices has the processes of the machine looked through for the first one only.

@@ -1,0 +1,40 @@
+#include "link/stop_signals.h"
+
+#include <QSocketNotifier>
+#include <utility>
+
+#ifdef Q_OS_UNIX
+#include <sys/socket.h>
+#include <unistd.h>
+#include <csignal>
+#endif
+
+namespace quorvex {
+
+#ifdef Q_OS_UNIX
+namespace {
+int wakeUp[2] = {-1, -1};  ///< a signal handler may do no more than write to one end
+
+void onSignal(int number) {
+    const char byte = static_cast<char>(number);
+    [[maybe_unused]] const auto written = write(wakeUp[0], &byte, 1);
+}
+}  // namespace
+#endif
+
+StopSignals::StopSignals([[maybe_unused]] std::function<void(int)> handler) {
+#ifdef Q_OS_UNIX
+    if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, wakeUp) != 0)
+        return;
+    connect(new QSocketNotifier(wakeUp[1], QSocketNotifier::Read, this), &QSocketNotifier::activated, this,
+            [handler = std::move(handler)] {
+                char number = 0;
+                if (read(wakeUp[1], &number, 1) == 1)
+                    handler(number);
+            });
+    for (const int number : {SIGTERM, SIGINT, SIGHUP})
+        std::signal(number, onSignal);
+#endif
+}
+
+}  // namespace quorvex

@@ -1,0 +1,44 @@
+#pragma once
+
+#include <QString>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "link/link_listener.h"
+
+namespace quorvex::tool {
+
+/// What went over the line: the lines that operations sent, each with what its readers made of the replies.
+class Heard : public LinkListener {
+public:
+    struct Exchange {
+        std::string line;
+        std::vector<std::string> replies;  ///< whole ones
+        std::string part;                  ///< of one that did not end
+        bool isCutOff = false;  ///< the last one was taken by its count of characters, so that it may go on
+        bool hasGivenUp = false;
+    };
+
+    void sent(std::string_view line) override;
+    void gotLine(std::string_view reply) override { take(reply, false); }
+    void gotCharacters(std::string_view reply) override { take(reply, true); }
+    void gaveUp(std::string_view part) override;
+
+    void clear() { exchanges_.clear(); }
+    const std::vector<Exchange>& exchanges() const { return exchanges_; }
+    /// The reply to the last `line` that was sent; empty when there was none, or no such line.
+    std::string replyTo(const std::string& line) const;
+    /// Names the first line that was read and answered by something else; the operations go by less than
+    /// that. Empty when there is none. Silence is not meant: that is for the operation to judge.
+    QString wrongReply() const;
+    /// How far it got: which line was answered last.
+    QString howFar() const;
+
+private:
+    void take(std::string_view reply, bool isCutOff);
+
+    std::vector<Exchange> exchanges_;
+};
+
+}  // namespace quorvex::tool

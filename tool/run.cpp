@@ -1,0 +1,76 @@
+#include "tool/run.h"
+
+#include <QJsonDocument>
+#include <cstdio>
+
+#include "tool/command_line.h"
+#include "tool/session.h"
+
+namespace quorvex::tool {
+
+namespace {
+
+constexpr int kSignalled = 128;
+
+Result resultOf(const Request& request, int& stopSignal) {
+    try {
+        if (!request.command->talksToUnit())
+            return request.command->run(request);
+        return runOnPort(request, request.command->prepare(request), stopSignal);
+    } catch (const Failure& failure) {
+        Result result;
+        result.status = failure.status();
+        result.problem = failure.problem();
+        return result;
+    }
+}
+
+void tell(const QString& problem) {
+    std::fprintf(stderr, "quorvex-tool: %s\n", qUtf8Printable(problem.trimmed()));
+}
+
+/// False when the standard output does not take it.
+bool print(const QByteArray& text) {
+    return std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout) ==
+               static_cast<std::size_t>(text.size()) &&
+           std::fflush(stdout) == 0;
+}
+
+QByteArray jsonOf(const Request& request, const Result& result, int status) {
+    QJsonObject object = result.object;
+    object.insert(QStringLiteral("command"), request.command->name);
+    object.insert(QStringLiteral("status"), status);
+    if (!result.problem.isEmpty())
+        object.insert(QStringLiteral("problem"), result.problem.trimmed());
+    return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
+}
+
+int runCommand(const Request& request) {
+    int stopSignal = 0;
+    const Result result = resultOf(request, stopSignal);
+    const int status = stopSignal != 0 ? kSignalled + stopSignal : static_cast<int>(result.status);
+    if (!result.problem.isEmpty())
+        tell(result.problem);
+    if (print(request.has("--json") ? jsonOf(request, result, status) : result.text.toUtf8()))
+        return status;
+    tell(QStringLiteral("the standard output does not take the result."));
+    return static_cast<int>(Status::file);
+}
+
+}  // namespace
+
+int runTool(const QStringList& words) {
+    try {
+        const Request request = parseCommandLine(words);
+        if (request.has("--help"))
+            return print(helpText(request.command).toUtf8()) ? 0 : static_cast<int>(Status::file);
+        if (request.has("--version"))
+            return print("quorvex-tool " QUORVEX_VERSION "\n") ? 0 : static_cast<int>(Status::file);
+        return runCommand(request);
+    } catch (const Failure& failure) {
+        tell(failure.problem());
+        return static_cast<int>(failure.status());
+    }
+}
+
+}  // namespace quorvex::tool

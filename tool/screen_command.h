@@ -1,0 +1,10 @@
+#pragma once
+
+#include "tool/command.h"
+
+namespace quorvex::tool {
+
+/// screen FILE.bmp [--frames N]
+UnitJob prepareScreen(const Request& request);
+
+}  // namespace quorvex::tool
