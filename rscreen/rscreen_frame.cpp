@@ -103,7 +103,6 @@ void RScreenFrame::tellSaved(const QString& path) {
 
 QString RScreenFrame::write(const QString& path) const {
     QBuffer bitmap;
-    bitmap.open(QIODevice::WriteOnly);
     picture_->image().save(&bitmap, "BMP");
     return replaceFile(path, bitmap.data(), QStringLiteral("picture"));
 }
