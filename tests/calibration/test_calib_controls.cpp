@@ -200,8 +200,12 @@ void TestCalibControls::captions() {
 void TestCalibControls::scale() {
     CalibBench at("Beltpack", kKirk);
     at.calibrate([&](QDialog& dialog) {
-        const auto& slider = part<QSlider>(dialog, "SliderDCBalance");
+        part<QTimer>(dialog, "Timer1").stop();
+        auto& slider = part<QSlider>(dialog, "SliderDCBalance");
         QCOMPARE(slider.tickInterval(), 10);
+        const QImage middle = slider.grab().toImage();
+        slider.setValue(150);
+        QVERIFY(slider.grab().toImage() != middle);
         const QImage seen = dialog.grab().toImage();
         const QWidget& frame = part(dialog, "FrameKirk");
         const auto colourAt = [&](int twipsX, int twipsY) {
@@ -218,6 +222,7 @@ void TestCalibControls::scale() {
             QVERIFY(colourAt(x, 1035) != "#c00000");
         for (const char* line : {"Line1", "Line2", "Line3"})
             QCOMPARE(part(dialog, line).height(), 2);
+        part<QTimer>(dialog, "Timer1").start();
         cancel(dialog);
     });
 }
