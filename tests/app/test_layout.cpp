@@ -86,6 +86,7 @@ private Q_SLOTS:
     void hexadecimalIsFixedPitch();
     void hexadecimalFieldsGoByTheirDigits();
     void buttonsBesideFieldsAreAlike();
+    void columnsBeginTogether();
     void controlsSayWhatTheyAre_data() { pagesAndModules(); }
     void controlsSayWhatTheyAre();
     void columnsEndOnOneLine_data() { modules(); }
@@ -384,6 +385,23 @@ void TestLayout::buttonsBesideFieldsAreAlike() {
     for (const char* button : {"CmdUpdatePli", "CmdSetRfCarrs"})
         QCOMPARE(bench_->control(button).size(), first.size());
     QCOMPARE(first.width(), first.sizeHint().width());
+}
+
+// Each page's columns at one height, and the first ones of the pages at one place.
+void TestLayout::columnsBeginTogether() {
+    bench_->start();
+    const auto frameOf = [&](const char* field) { return bench_->control(field).parentWidget(); };
+    const QWidget& read = bench_->control("CommandRdSettingsBp");
+    const QWidget& readAntenna = bench_->control("CommandRdSettingsAA");
+    QWidget& window = bench_->window();
+    const auto placeOf = [&](const QWidget& control) { return control.mapTo(&window, QPoint(0, 0)); };
+    QCOMPARE(placeOf(*frameOf("TextBeltpackId")).y(), placeOf(read).y());
+    QCOMPARE(placeOf(*frameOf("TextRfCarrs")).y(), placeOf(read).y());
+    QCOMPARE(placeOf(bench_->control("optionMICBal")).x(), placeOf(read).x());
+    bench_->clickTab("Active Antenna");
+    QCOMPARE(placeOf(*frameOf("TextFmDevA")).y(), placeOf(readAntenna).y());
+    QCOMPARE(placeOf(*frameOf("TextFmDevB")).y(), placeOf(readAntenna).y());
+    QCOMPARE(placeOf(readAntenna), placeOf(read));
 }
 
 // What a screen reader is told: the field's label, the label's own text, the button's caption.
