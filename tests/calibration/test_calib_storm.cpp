@@ -1,11 +1,11 @@
 #include <QRegularExpression>
 #include <QTest>
 #include <ctime>
-#include <random>
 
 #include "simulator/active_antenna.h"
 #include "simulator/beltpack.h"
 #include "tests/calibration/virtual_dialog.h"
+#include "tests/support/chance.h"
 #include "tests/support/fake_radio_module.h"
 #include "tests/support/in_memory_unit.h"
 #include "tests/support/registry.h"
@@ -24,12 +24,6 @@ constexpr int kSlower = 1;
 constexpr int kRecordEveryMs = 10;
 constexpr FakeLoop::Tick kPatienceMs = 6'000;  ///< then the operator gives up and cancels
 constexpr FakeLoop::Tick kLongestRunMs = 120'000;
-
-struct Chance {
-    std::mt19937& numbers;
-    int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(numbers); }
-    bool oneIn(int count) { return upTo(count - 1) == 0; }
-};
 
 enum class Target { beltpack, moduleA, moduleB };
 
@@ -176,11 +170,7 @@ private Q_SLOTS:
 };
 
 void TestCalibStorm::storm() {
-    // Another seed, or a shorter storm, may be asked for to follow up a failure.
-    bool given = false;
-    const int asked = qEnvironmentVariableIntValue("QUORVEX_STORM_SEED", &given);
-    const unsigned seed = given ? static_cast<unsigned>(asked) : 20'240'611U;
-    qInfo("seed %u", seed);
+    const unsigned seed = stormSeed();
     const std::clock_t begun = std::clock();
     for (int i = 0; i < kRuns; ++i) {
         std::mt19937 numbers(seed + static_cast<unsigned>(i));

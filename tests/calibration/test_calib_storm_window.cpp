@@ -3,7 +3,6 @@
 #include <QRegularExpression>
 #include <QSlider>
 #include <QTimer>
-#include <random>
 
 #include "form/guard.h"
 #include "link/qt_event_loop.h"
@@ -11,6 +10,7 @@
 #include "simulator/active_antenna.h"
 #include "simulator/beltpack.h"
 #include "tests/calibration/calib_bench.h"
+#include "tests/support/chance.h"
 #include "tests/support/fake_store.h"
 #include "tests/support/pty_peer.h"
 #include "tests/support/registry.h"
@@ -28,16 +28,13 @@ constexpr int kDeedEveryMs = 3;
 /// Somebody who moves and presses whatever the open dialog has, until it has closed.
 class Fidgeter : public QObject {
 public:
-    Fidgeter(std::mt19937& numbers, PtyPeer& peer, bool pulls)
-        : numbers_(numbers), peer_(peer), pulls_(pulls) {
-        lasts_ = upTo(30);
+    Fidgeter(Chance chance, PtyPeer& peer, bool pulls) : chance_(chance), peer_(peer), pulls_(pulls) {
+        lasts_ = chance_.upTo(30);
         deedSoon();
     }
     int dialogsSeen() const { return dialogsSeen_; }
 
 private:
-    int upTo(int most) { return std::uniform_int_distribution<int>(0, most)(numbers_); }
-
     /// A single shot each time: one timer does not fire inside its own handler, and deeds must nest.
     void deedSoon() {
         QTimer::singleShot(kDeedEveryMs, this, [this] { deed(); });
@@ -61,20 +58,20 @@ private:
         if (lasts_-- <= 0) {
             if (pulls_ && !peer_.isPulled())
                 peer_.pullCable();
-            else if (upTo(1) == 0 && !peer_.isPulled())
+            else if (chance_.upTo(1) == 0 && !peer_.isPulled())
                 part<QAbstractButton>(*dialog, "CommandOK").click();
             else
                 dialog->reject();
             return;
         }
         const char* const sliders[] = {"SliderFmDev", "SliderFreqAccr", "SliderTx", "SliderMid", "SliderRx"};
-        auto& slider = part<QSlider>(*dialog, sliders[upTo(4)]);
-        slider.setValue(slider.minimum() + upTo(slider.maximum() - slider.minimum()));
-        if (upTo(20) == 0 && part(*dialog, "CmdSetRssiThr").isVisible())
+        auto& slider = part<QSlider>(*dialog, sliders[chance_.upTo(4)]);
+        slider.setValue(slider.minimum() + chance_.upTo(slider.maximum() - slider.minimum()));
+        if (chance_.upTo(20) == 0 && part(*dialog, "CmdSetRssiThr").isVisible())
             part<QAbstractButton>(*dialog, "CmdSetRssiThr").click();
     }
 
-    std::mt19937& numbers_;
+    Chance chance_;
     PtyPeer& peer_;
     bool pulls_;
     int lasts_ = 0;
@@ -93,11 +90,7 @@ private Q_SLOTS:
 };
 
 void TestCalibStormWindow::storm() {
-    bool given = false;
-    const int asked = qEnvironmentVariableIntValue("QUORVEX_STORM_SEED", &given);
-    const unsigned seed = given ? static_cast<unsigned>(asked) : 20'240'611U;
-    qInfo("seed %u", seed);
-    std::mt19937 numbers(seed);
+    std::mt19937 numbers(stormSeed());
     setProgramEnd([](int status) { qFatal("the program ended with %d", status); });
 
     Journal journal;
@@ -127,7 +120,7 @@ void TestCalibStormWindow::storm() {
 
         const char* const buttons[] = {"CommandCalibBp", "CommandCalibAAA", "CommandCalibAAB"};
         {
-            Fidgeter person(numbers, *peer, pulls);
+            Fidgeter person(Chance{numbers}, *peer, pulls);
             window.findChild<QAbstractButton*>(buttons[target])->click();
             QVERIFY2(person.dialogsSeen() == 1, qPrintable(QString("run %1").arg(run)));
         }

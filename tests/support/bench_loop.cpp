@@ -18,7 +18,8 @@ void BenchLoop::run(std::int32_t untilTick) {
     if (isDone || wire_.waiting() > 0 || clock_.nowMs >= untilTick)
         return;
     const std::int64_t next = wire_.nextEventMs().value_or(untilTick);
-    clock_.nowMs = std::clamp<std::int64_t>(next, clock_.nowMs, untilTick);
+    const std::int64_t latest = std::min<std::int64_t>(untilTick, clock_.nowMs + longestJumpMs_);
+    clock_.nowMs = std::clamp<std::int64_t>(next, clock_.nowMs, latest);
 }
 
 }  // namespace quorvex

@@ -2,6 +2,7 @@
 
 #include <deque>
 #include <functional>
+#include <limits>
 
 #include "link/event_loop.h"
 #include "tests/support/wire.h"
@@ -19,11 +20,14 @@ public:
 
     /// What the person at the window does inside the next wait.
     void inNextWait(std::function<void()> deed) { deeds_.push_back(std::move(deed)); }
+    /// A wait with nothing to come goes on in steps of at most that, with a turn for the window after each.
+    void jumpAtMost(std::int64_t ms) { longestJumpMs_ = ms; }
 
 private:
     Clock& clock_;
     Wire& wire_;
     std::deque<std::function<void()>> deeds_;
+    std::int64_t longestJumpMs_ = std::numeric_limits<std::int32_t>::max();
 };
 
 }  // namespace quorvex

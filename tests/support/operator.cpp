@@ -64,7 +64,7 @@ Operator::~Operator() {
 }
 
 bool Operator::eventFilter(QObject* object, QEvent* event) {
-    if (event->type() == QEvent::Show) {
+    if (event->type() == QEvent::Show && !rests_) {
         if (auto* dialog = qobject_cast<QDialog*>(object))
             QTimer::singleShot(0, dialog, [this, dialog] { handle(*dialog); });
     }

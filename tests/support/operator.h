@@ -23,6 +23,8 @@ public:
     void plan(std::function<void(QDialog&)> handling) { plans_.push_back(std::move(handling)); }
     /// What is planned is not done any more.
     void forgetPlans() { plans_.clear(); }
+    /// While it rests, what opens is left to somebody else.
+    void rest(bool rests) { rests_ = rests; }
     /// Dialogs that were planned and never opened.
     std::size_t plansLeft() const { return plans_.size(); }
     /// Called for each message box before its OK is clicked, which it may do itself.
@@ -36,6 +38,7 @@ private:
     void handleBox(QMessageBox& box);
 
     Journal& journal_;
+    bool rests_ = false;
     std::deque<std::function<void(QDialog&)>> plans_;
     std::function<void(QMessageBox&)> look_;
 };
