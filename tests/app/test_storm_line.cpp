@@ -18,7 +18,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr int kStorms = 5, kDeeds = 200;  ///< 1,000 in all
+constexpr int kLineStorms = 5, kLineDeeds = 200;  ///< 1,000 in all
 constexpr int kEveryMs = 3;
 constexpr int kLimitMs = 15'000;
 
@@ -109,7 +109,7 @@ void TestStormLine::storm() {
     QVERIFY(QTest::qWaitForWindowActive(window_.get()));
     window_->load();
     plugAndRead();  // before the first read the production values end the program, as intended
-    for (int storm = 0; storm < kStorms && !QTest::currentTestFailed(); ++storm) {
+    for (int storm = 0; storm < kLineStorms && !QTest::currentTestFailed(); ++storm) {
         person_->rest(true);
         StormHand hand(*window_, chance, folder.path());
         hand.everyMs = kEveryMs;
@@ -124,7 +124,7 @@ void TestStormLine::storm() {
             [&] { line_.peer->pullCable(); },
         };
         hand.silence = [&] { line_.peer->pullCable(); };
-        hand.storm(kDeeds);
+        hand.storm(kLineDeeds);
         person_->rest(false);
         QVERIFY(journal_.take().filter(QRegularExpression("^end")).isEmpty());
         plugAndRead();
@@ -134,7 +134,7 @@ void TestStormLine::storm() {
     port.close();
     window_.reset();
     person_.reset();
-    qInfo("%d deeds in %lld ms", kStorms * kDeeds, clock.elapsed());
+    qInfo("%d deeds in %lld ms", kLineStorms * kLineDeeds, clock.elapsed());
 }
 
 }  // namespace quorvex
