@@ -11,7 +11,7 @@ namespace quorvex {
 namespace {
 
 constexpr std::size_t kLongestRun = 128;
-constexpr std::int32_t kPauseMs = 50;
+constexpr std::uint32_t kPauseMs = 50;
 
 std::string inHex(char c) {
     constexpr std::string_view kDigits = "0123456789ABCDEF";
@@ -24,8 +24,9 @@ std::string printable(char c) {
 }
 
 std::string stamp(std::int32_t atMs, char mark) {
+    const auto ms = static_cast<std::uint32_t>(atMs);  // the count goes on below 0
     std::array<char, 32> text{};
-    std::snprintf(text.data(), text.size(), "%9d.%03d %c ", atMs / 1000, atMs % 1000, mark);
+    std::snprintf(text.data(), text.size(), "%9u.%03u %c ", ms / 1000, ms % 1000, mark);
     return text.data();
 }
 
@@ -90,7 +91,7 @@ void TracePort::dropWaiting() {
 
 void TracePort::received(char c, char mark) {
     const std::int32_t now = loop_.ticks();
-    if (mark != runMark_ || now - lastByteMs_ > kPauseMs)
+    if (mark != runMark_ || loop_.msSince(lastByteMs_) > kPauseMs)
         endRun();
     if (run_.empty())
         runBeganMs_ = now;
