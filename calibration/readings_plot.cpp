@@ -178,6 +178,11 @@ void ReadingsPlot::drawLine(QPainter& painter, const QRect& ground, const Curve&
     painter.setPen(QPen(palette().color(QPalette::Highlight), kThick));
     painter.setBrush(Qt::NoBrush);
     painter.drawPath(line);
+    if (readings_.isEmpty() || !curve.valueOf(readings_.latest()))
+        return;
+    constexpr double kEnd = 2;  ///< half the width of the dot that ends the line, and is all of it at first
+    painter.setBrush(palette().color(QPalette::Highlight));
+    painter.drawEllipse(line.currentPosition(), kEnd, kEnd);
 }
 
 void ReadingsPlot::drawPointed(QPainter& painter, const QRect& ground, const Curve& curve) const {

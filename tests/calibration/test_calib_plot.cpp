@@ -44,6 +44,7 @@ private Q_SLOTS:
     void onlyForAKirk_data();
     void onlyForAKirk();
     void nothingBeforeTheFirst();
+    void theFirstIsSeen();
     void followsTheRecords();
     void noConnection();
     void paintedWhenAReadingComes();
@@ -91,6 +92,25 @@ void TestCalibPlot::nothingBeforeTheFirst() {
         timer.start();
         cancel(dialog);
     });
+}
+
+// Two curves, so two dots.
+void TestCalibPlot::theFirstIsSeen() {
+    ReadingsPlot plot(nullptr);
+    plot.resize(200, 200);
+    const auto isCurveSeen = [&](const QRect& part) {
+        const QImage image = plot.grab(part).toImage();
+        for (int at = 0; at < image.width() * image.height(); ++at) {
+            if (image.pixelColor(at % image.width(), at / image.width()) ==
+                plot.palette().color(QPalette::Highlight))
+                return true;
+        }
+        return false;
+    };
+    QVERIFY(!isCurveSeen(plot.rect()));
+    plot.add({.tick = 1000, .rssi = 80, .dcBalance = 3});
+    QVERIFY(isCurveSeen({0, 0, 200, 100}));
+    QVERIFY(isCurveSeen({0, 100, 200, 100}));
 }
 
 void TestCalibPlot::followsTheRecords() {
