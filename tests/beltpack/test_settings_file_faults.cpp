@@ -41,6 +41,7 @@ private Q_SLOTS:
     void noRights();
     void emptyFile();
     void unreadable();
+    void nothingLeftToRead();
     void breaksOffWhileRead();
     void failsToClose();
     void faultWhileShowing();
@@ -161,6 +162,16 @@ void TestSettingsFileFaults::unreadable() {
     FileBench bench;
     QCOMPARE(bench.load("/proc/self/mem"), kNotLoaded);
     expectStaysOpen(bench);
+}
+
+void TestSettingsFileFaults::nothingLeftToRead() {
+    FileBench bench;
+    FileNumberOne file;
+    file.openForInput(bench.make("one, \"line\"\r\nitem\r\n").toStdString());
+    QCOMPARE(shown(file.readLine()), "one, \"line\"");
+    QCOMPARE(shown(file.readItem()), "item");
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, file.readLine());
+    QVERIFY_THROWS_EXCEPTION(RuntimeFault, file.readItem());
 }
 
 // The end of what can be read is not the end of the file.
