@@ -11,6 +11,9 @@ LINT_PACKAGES=(git clang-format clang-tidy)
 FUZZ_PACKAGES=(clang libclang-rt-14-dev)
 COVERAGE_PACKAGES=(gcovr python3)
 SHEET_PACKAGES=(imagemagick)
+DESKTOP_PACKAGES=(appstream desktop-file-utils man-db)
+DEBIAN_PACKAGES=(dpkg-dev lintian)
+CHROOT_PACKAGES=(mmdebstrap)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
