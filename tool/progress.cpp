@@ -23,8 +23,9 @@ Progress::~Progress() {
 }
 
 void Progress::show(const QString& text) {
-    if (!isTerminal_)
+    if (!isTerminal_ || text == shown_)
         return;
+    shown_ = text;
     std::fprintf(stderr, "%s%s", kFreshLine, qPrintable(text));
     std::fflush(stderr);
 }

@@ -17,6 +17,7 @@ public:
 
 private:
     bool isTerminal_;
+    QString shown_;
 };
 
 }  // namespace quorvex::tool
