@@ -201,4 +201,8 @@ UnitJob prepareProductionValues(const Request& /*request*/) {
     return setProductionValues;
 }
 
+QStringList savesOfRead(const Request& request) {
+    return request.arguments;
+}
+
 }  // namespace quorvex::tool

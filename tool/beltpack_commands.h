@@ -10,5 +10,6 @@ UnitJob prepareRead(const Request& request);
 UnitJob prepareWrite(const Request& request);
 UnitJob prepareVerify(const Request& request);
 UnitJob prepareProductionValues(const Request& request);
+QStringList savesOfRead(const Request& request);
 
 }  // namespace quorvex::tool

@@ -44,6 +44,11 @@ struct Command {
     /// Looks at all that can be wrong before the port is opened. Throws Failure.
     UnitJob (*prepare)(const Request& request) = nullptr;
     Result (*run)(const Request& request) = nullptr;
+    /// The files that a request writes; null for none.
+    QStringList (*saves)(const Request& request) = nullptr;
+    /// The arguments for each of several ports where they differ by more than "{port}"; null where they do
+    /// not. Throws Failure.
+    std::vector<QStringList> (*deal)(const QStringList& arguments, std::size_t ports) = nullptr;
 
     bool talksToUnit() const { return prepare != nullptr; }
     /// With those that every command takes.

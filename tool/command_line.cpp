@@ -29,9 +29,10 @@ const Command& commandNamed(const QString& name) {
 }
 
 QString usageOf(const Command& command) {
-    QString usage = kProgram +
-                    (command.talksToUnit() ? QStringLiteral(" [--port PORT] ") : QStringLiteral(" ")) +
-                    command.name;
+    QString usage =
+        kProgram +
+        (command.talksToUnit() ? QStringLiteral(" [--port PORT[,PORT...]] ") : QStringLiteral(" ")) +
+        command.name;
     for (const Option& option : command.options)
         usage += QStringLiteral(" [%1]").arg((option.name + QLatin1Char(' ') + option.value).trimmed());
     return (usage + QLatin1Char(' ') + command.arguments).trimmed();
@@ -112,7 +113,7 @@ QString listOf(const std::vector<Option>& options) {
 
 QString helpOfAll() {
     QString text = QStringLiteral(
-                       "Usage: %1 [--port PORT] [--json] [--trace FILE] COMMAND ...\n\n"
+                       "Usage: %1 [--port PORT[,PORT...]] [--json] [--trace FILE] COMMAND ...\n\n"
                        "Reads and sets a Quorvex Beltpack or Active Antenna on a serial port.\n\n"
                        "Commands; %1 COMMAND --help says more and gives an example:\n")
                        .arg(kProgram);
@@ -122,7 +123,10 @@ QString helpOfAll() {
            QStringLiteral(
                "\nPORT is COM1 to COM12, or a device such as /dev/ttyUSB0; without --port it is the one "
                "that\n"
-               "the window program uses. --json prints the result as one JSON object. Results go to the\n"
+               "the window program uses. With several, as in COM1,COM2, the command runs on all of them side "
+               "by\n"
+               "side, and {port} in arguments and options is the name of each. --json prints the result as "
+               "one JSON object. Results go to the\n"
                "standard output, everything else to the standard error output.\n\n"
                "Exit status: 0 done, 1 verified otherwise or files differ, 2 wrong use, 3 no answer, 4 "
                "port,\n"
@@ -134,8 +138,9 @@ QString helpOfAll() {
 std::vector<Option> Command::allOptions() const {
     std::vector<Option> all = options;
     if (talksToUnit()) {
-        all.push_back({QStringLiteral("--port"), QStringLiteral("PORT"),
-                       QStringLiteral("COM1 to COM12, or a device such as /dev/ttyUSB0")});
+        all.push_back(
+            {QStringLiteral("--port"), QStringLiteral("PORT[,PORT...]"),
+             QStringLiteral("COM1 to COM12, or a device such as /dev/ttyUSB0; several side by side")});
         all.push_back({QStringLiteral("--trace"), QStringLiteral("FILE"),
                        QStringLiteral("add whatever passes over the port to FILE")});
     }

@@ -35,7 +35,8 @@ Command read() {
             "--port COM1 read found.bpc",
             {},
             prepareRead,
-            nullptr};
+            nullptr,
+            savesOfRead};
 }
 
 Command write() {
@@ -77,11 +78,16 @@ Command set() {
         "  psn          decimal number, 0 to 1048575\n"
         "  system-id    PARK B, 10 hexadecimal digits\n"
         "  pli          2 hexadecimal digits: 1F all antennas of a matrix, 12 all matrices, 27 one antenna\n"
-        "  rf-carriers  10 hexadecimal digits\n",
+        "  rf-carriers  10 hexadecimal digits\n"
+        "With several ports VALUE is a list, \"100001,100002\", with one for each; or the PSN of the first "
+        "one,\n"
+        "from which the others count up, and pli and rf-carriers are the same for all.\n",
         "--port COM1 set psn 100001",
         {},
         prepareSet,
-        nullptr};
+        nullptr,
+        nullptr,
+        dealSet};
 }
 
 Command productionValues() {
@@ -133,7 +139,8 @@ Command screen() {
             "--port COM1 screen display.bmp",
             {{"--frames", "N", "save N pictures, 1 to 255"}},
             prepareScreen,
-            nullptr};
+            nullptr,
+            savesOfScreen};
 }
 
 Command show() {

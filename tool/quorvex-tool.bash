@@ -47,9 +47,11 @@ _quorvex_tool() {
     local IFS=$'\n'
     case ${COMP_WORDS[COMP_CWORD - 1]} in
         --port)
+            local last=${word##*,} # of a list
+            local before=${word%"$last"}
             mapfile -t COMPREPLY < <(
-                compgen -W "$(printf 'COM%d\n' {1..12})" -- "$word"
-                [[ $word != /* ]] || compgen -f -- "$word"
+                compgen -P "$before" -W "$(printf 'COM%d\n' {1..12})" -- "$last"
+                [[ $last != /* ]] || compgen -P "$before" -f -- "$last"
             )
             return
             ;;

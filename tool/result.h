@@ -9,12 +9,14 @@ namespace quorvex::tool {
 /// How a command ended; the number is the exit status.
 enum class Status {
     done = 0,
-    differs = 1,   ///< verified otherwise, or files differ
-    wrongUse = 2,  ///< of the command line
-    noAnswer = 3,  ///< the unit did not answer as it must
-    port = 4,      ///< cannot be opened, or was lost
-    file = 5,      ///< cannot be read or written, or is not what it should be
+    differs = 1,     ///< verified otherwise, or files differ
+    wrongUse = 2,    ///< of the command line
+    noAnswer = 3,    ///< the unit did not answer as it must
+    port = 4,        ///< cannot be opened, or was lost
+    file = 5,        ///< cannot be read or written, or is not what it should be
+    noResult = 128,  ///< of one of several ports: its process ended without one
 };
+inline constexpr int kSignalled = 128;  ///< the exit status of an interrupted command, less its signal
 
 /// What a command has found out.
 struct Result {

@@ -5,18 +5,21 @@
 
 #include "tool/command_line.h"
 #include "tool/session.h"
+#include "tool/side.h"
+#include "tool/side_by_side.h"
 
 namespace quorvex::tool {
 
 namespace {
 
-constexpr int kSignalled = 128;
-
 Result resultOf(const Request& request, int& stopSignal) {
     try {
         if (!request.command->talksToUnit())
             return request.command->run(request);
-        return runOnPort(request, request.command->prepare(request), stopSignal);
+        const std::vector<Share> shares = sharesOf(request);
+        if (shares.size() > 1)
+            return runSideBySide(shares, stopSignal);
+        return runOnPort(shares.front().request, shares.front().job, stopSignal);
     } catch (const Failure& failure) {
         Result result;
         result.status = failure.status();
@@ -33,7 +36,7 @@ void tell(const QString& problem) {
 bool print(const QByteArray& text) {
     return std::fwrite(text.constData(), 1, static_cast<std::size_t>(text.size()), stdout) ==
                static_cast<std::size_t>(text.size()) &&
-           std::fflush(stdout) == 0;
+           std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
 QByteArray jsonOf(const Request& request, const Result& result, int status) {
@@ -42,6 +45,8 @@ QByteArray jsonOf(const Request& request, const Result& result, int status) {
     object.insert(QStringLiteral("status"), status);
     if (!result.problem.isEmpty())
         object.insert(QStringLiteral("problem"), result.problem.trimmed());
+    if (qEnvironmentVariableIsSet(kTextInObject))
+        object.insert(QStringLiteral("text"), result.text);
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 

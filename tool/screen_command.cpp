@@ -127,4 +127,15 @@ UnitJob prepareScreen(const Request& request) {
     return [path, frames](PlainWindow& window) { return grabScreen(window, path, frames); };
 }
 
+QStringList savesOfScreen(const Request& request) {
+    const QString& path = request.arguments.at(0);
+    const int frames = framesOf(request);
+    if (frames == 1)
+        return {path};
+    QStringList names;
+    for (int i = 0; i < frames; ++i)
+        names << path.chopped(kEnding.size()) + QString::number(i) + kEnding;
+    return names;
+}
+
 }  // namespace quorvex::tool

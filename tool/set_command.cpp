@@ -1,11 +1,14 @@
 #include "tool/set_command.h"
 
 #include <algorithm>
+#include <set>
+#include <utility>
 
 #include "link/number_text.h"
 #include "link/qt_text.h"
 #include "link/reply.h"
 #include "tool/plain_window.h"
+#include "tool/units.h"
 #include "tool/values.h"
 
 namespace quorvex::tool {
@@ -87,6 +90,27 @@ const Setting& settingNamed(const QString& word) {
         QStringLiteral("\"%1\" cannot be set; what can is %2.").arg(word, words.join(QStringLiteral(", "))));
 }
 
+/// One value for several ports.
+QStringList spread(const QString& value, const Setting& setting, std::size_t ports) {
+    setting.digits(value, setting);
+    QStringList values;
+    for (int i = 0; i < static_cast<int>(ports); ++i)
+        values << (setting.record == SettingsImage::kPsn ? QString::number(value.toInt() + i) : value);
+    return values;
+}
+
+void demandDifferent(const QStringList& values, const Setting& setting) {
+    std::set<std::string> given;
+    for (const QString& value : values) {
+        if (!given.insert(setting.digits(value, setting)).second)
+            throw Failure(
+                Status::wrongUse,
+                QStringLiteral("\"%1\" would be given twice, but %2 says which unit it is: give a list with "
+                               "another one for each port.")
+                    .arg(value, nameOf(setting.record)));
+    }
+}
+
 /// Judged by what came back alone: the window's texts go by a part of it.
 Result set(PlainWindow& window, const Setting& setting, const QString& value, const std::string& digits) {
     setting.update(window, value);
@@ -121,6 +145,30 @@ UnitJob prepareSet(const Request& request) {
     const QString value = request.arguments.at(1);
     const std::string digits = setting.digits(value, setting);
     return [&setting, value, digits](PlainWindow& window) { return set(window, setting, value, digits); };
+}
+
+std::vector<QStringList> dealSet(const QStringList& arguments, std::size_t ports) {
+    const Setting& setting = settingNamed(arguments.at(0));
+    QStringList values = arguments.at(1).split(QLatin1Char(','));
+    if (values.size() == 1)
+        values = spread(values.first(), setting, ports);
+    if (static_cast<std::size_t>(values.size()) != ports)
+        throw Failure(Status::wrongUse, QStringLiteral("There are %1 for %2: each port takes one.")
+                                            .arg(countOf(static_cast<std::size_t>(values.size()), "value"),
+                                                 countOf(ports, "port")));
+    if (isIdentity(setting.record))
+        demandDifferent(values, setting);
+    std::vector<QStringList> dealt;
+    for (const QString& value : std::as_const(values))
+        dealt.push_back({arguments.at(0), value});
+    return dealt;
+}
+
+std::optional<int> psnGiven(const Request& request) {
+    if (request.command->prepare != prepareSet ||
+        settingNamed(request.arguments.at(0)).record != SettingsImage::kPsn)
+        return {};
+    return request.arguments.at(1).toInt();
 }
 
 }  // namespace quorvex::tool

@@ -85,14 +85,15 @@ void TestCommandLine::refused_data() {
     row("read --file a", "There is no option --file; quorvex-tool --help lists what there is.");
     row("read --dry-run", "read does not take --dry-run; it takes --port, --trace, --json, --help.");
     row("check a.bpc --port COM1", "check does not take --port; it takes --json, --help.");
-    row("read --port", "--port needs PORT after it.");
+    row("read --port", "--port needs PORT[,PORT...] after it.");
     row("read --json=yes", "--json takes no value.");
     row("read --json --json", "--json is given twice.");
     row("write", "write needs FILE.bpc, as in: quorvex-tool --port COM1 write workshop.bpc --dry-run");
     row("diff a.bpc", "diff needs A.bpc B.bpc, as in: quorvex-tool diff found.bpc workshop.bpc");
     row("set psn",
         "set needs psn|system-id|pli|rf-carriers VALUE, as in: quorvex-tool --port COM1 set psn 100001");
-    row("read a.bpc b.bpc", "\"b.bpc\" is more than read takes: quorvex-tool [--port PORT] read [FILE.bpc]");
+    row("read a.bpc b.bpc",
+        "\"b.bpc\" is more than read takes: quorvex-tool [--port PORT[,PORT...]] read [FILE.bpc]");
     row("ports COM1", "\"COM1\" is more than ports takes: quorvex-tool ports");
 }
 

@@ -75,6 +75,9 @@ void TestCompletion::words_data() {
     QTest::newRow("whose version") << "--port COM1 version " << QStringList({"antenna", "beltpack"});
     QTest::newRow("a port") << "--port COM1" << QStringList({"COM1", "COM10", "COM11", "COM12"});
     QTest::newRow("a device") << "--port /dev/nul" << QStringList("/dev/null");
+    QTest::newRow("another port") << "--port COM2,COM1"
+                                  << QStringList({"COM2,COM1", "COM2,COM10", "COM2,COM11", "COM2,COM12"});
+    QTest::newRow("another device") << "--port COM2,/dev/nul" << QStringList("COM2,/dev/null");
     QTest::newRow("a number") << "screen --frames " << QStringList();
     QTest::newRow("an option before any command") << "--v" << QStringList("--version");
 }

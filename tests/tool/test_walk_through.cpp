@@ -12,16 +12,18 @@ namespace {
 constexpr int kFirstPsn = 100001, kBeltpacks = 20;
 constexpr int kBashLimitMs = 30'000;
 
+const QString kTwenty = "twenty Beltpacks", kEightAtOnce = "eight Beltpacks at once";
+
 /// The script on the page of the tool, as it stands there.
-QString scriptOfPage() {
+QString scriptOfPage(const QString& name) {
     const QString page = SettingsFolder::content(QUORVEX_TOOL_PAGE);
-    return page.section("## Set up twenty Beltpacks", 1).section("```bash\n", 1).section("```", 0, 0);
+    return page.section("## Set up " + name + "\n", 1).section("```bash\n", 1).section("```", 0, 0);
 }
 
 }  // namespace
 
-/// The walk-through on the page of the tool, run as it is written: somebody connects one Beltpack after the
-/// other.
+/// The walk-throughs on the page of the tool, run as they are written: somebody connects one Beltpack after
+/// the other, or eight at once.
 class TestWalkThrough : public QObject {
     Q_OBJECT
 
@@ -29,9 +31,11 @@ private Q_SLOTS:
     void init();
     void twentyBeltpacks();
     void stopsAtABadOne();
+    void eightBeltpacks();
+    void stopsAtABadOneOfEight();
 
 private:
-    void begin();
+    void begin(const QString& name);
     /// Waits until the script asks for a Beltpack, connects it and presses Enter.
     void connectNext(const QStringList& unit, int psn);
     QString untilAsked();
@@ -47,8 +51,8 @@ void TestWalkThrough::init() {
     folder_->make("workshop.bpc", {{5, "24"}, {2, "0044300001"}});
 }
 
-void TestWalkThrough::begin() {
-    const QString script = scriptOfPage();
+void TestWalkThrough::begin(const QString& name) {
+    const QString script = scriptOfPage(name);
     QVERIFY(script.contains("quorvex-tool"));
     bash_ = std::make_unique<QProcess>();
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
@@ -75,7 +79,7 @@ void TestWalkThrough::connectNext(const QStringList& unit, int psn) {
 }
 
 void TestWalkThrough::twentyBeltpacks() {
-    begin();
+    begin(kTwenty);
     // Each tells what it holds when the next one takes its place.
     for (int psn = kFirstPsn; psn < kFirstPsn + kBeltpacks; ++psn) {
         const QString dump = folder_->path(QString("unit%1").arg(psn));
@@ -101,12 +105,45 @@ void TestWalkThrough::twentyBeltpacks() {
 }
 
 void TestWalkThrough::stopsAtABadOne() {
-    begin();
+    begin(kTwenty);
     connectNext({}, kFirstPsn);
     connectNext({"--fault", "other-value=08"}, kFirstPsn + 1);
     QVERIFY(bash_->waitForFinished(kBashLimitMs));
     QCOMPARE(bash_->exitCode(), 1);
     QVERIFY(bash_->readAllStandardOutput().contains("Not read back as written:\nHeadset Mic Gain "));
+}
+
+void TestWalkThrough::eightBeltpacks() {
+    const auto dump = [&](int number) { return folder_->path(QString("unit%1").arg(number)); };
+    for (int i = 1; i <= 8; ++i)
+        bench_->plugIn(i, {"beltpack", "--dump", dump(i), "--set", "04=55"});
+    begin(kEightAtOnce);
+    QVERIFY(bash_->waitForFinished(kBashLimitMs));
+    QCOMPARE(bash_->readAllStandardError(), "");
+    const QByteArray told = bash_->readAllStandardOutput();
+    QVERIFY2(told.endsWith("COM8  100008  done\nAll eight are set up.\n"), told.constData());
+    QVERIFY(told.contains("\nNext PSN: 100009\n"));
+    for (int i = 1; i <= 8; ++i) {
+        bench_->end(i);
+        const QList<QByteArray> held = SettingsFolder::content(dump(i)).split('\n');
+        QVERIFY2(held.contains("01=00443186A" + QByteArray::number(i)), qPrintable(held.join(' ')));
+        QVERIFY(held.contains("04=24"));
+        const QString found = folder_->path(QString("found/100001-COM%1.bpc").arg(i));
+        QCOMPARE(SettingsFolder::content(found).split('\n').at(4), "55        \r");
+    }
+    QVERIFY(SettingsFolder::content(folder_->path("found/100001.txt")).contains("COM8  12345  done\n"));
+}
+
+void TestWalkThrough::stopsAtABadOneOfEight() {
+    for (int i = 1; i <= 8; ++i)
+        bench_->plugIn(i, {"beltpack", "--fault", i == 5 ? "other-value=08" : "late:1"});
+    begin(kEightAtOnce);
+    QVERIFY(bash_->waitForFinished(kBashLimitMs));
+    QCOMPARE(bash_->exitCode(), 1);
+    const QByteArray told = bash_->readAllStandardOutput();
+    QVERIFY2(told.endsWith("COM4  12345  done\nCOM5  12345  differs\nCOM6  12345  done\n"
+                           "COM7  12345  done\nCOM8  12345  done\n"),
+             told.constData());
 }
 
 }  // namespace quorvex

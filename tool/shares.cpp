@@ -1,0 +1,94 @@
+#include "tool/shares.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QMap>
+#include <utility>
+
+namespace quorvex::tool {
+
+namespace {
+
+const QString kPlaceOfPort = QStringLiteral("{port}");
+
+/// Throws Failure for two names of one port.
+std::vector<NamedPort> portsNamed(const QStringList& names) {
+    std::vector<NamedPort> ports;
+    QMap<QString, QString> nameOf;  // by device
+    for (const QString& name : names) {
+        ports.push_back(portNamed(name));
+        const PortDevice& device = ports.back().device;
+        const QString where = device.path.isEmpty() ? device.asked : device.path;
+        if (nameOf.contains(where))
+            throw Failure(Status::wrongUse,
+                          QStringLiteral("--port: %1 and %2 are the same port.").arg(nameOf[where], name));
+        nameOf.insert(where, name);
+    }
+    return ports;
+}
+
+Request requestFor(const NamedPort& port, Request request) {
+    const QString name = port.name.section(QLatin1Char('/'), -1);
+    request.arguments.replaceInStrings(kPlaceOfPort, name);
+    for (QString& value : request.options)
+        value.replace(kPlaceOfPort, name);
+    request.options.insert(QStringLiteral("--port"), port.name);
+    return request;
+}
+
+QStringList filesWritten(const Request& request) {
+    QStringList files = request.command->saves ? request.command->saves(request) : QStringList();
+    files << request.value("--trace");
+    files.removeAll(QString());
+    return files;
+}
+
+void demandOwnFiles(const std::vector<Share>& shares) {
+    QMap<QString, QString> portOf;  // by file
+    for (const Share& share : shares) {
+        for (const QString& file : filesWritten(share.request)) {
+            const QString whole = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
+            const QString other = portOf.value(whole, share.port.name);
+            if (other != share.port.name)
+                throw Failure(Status::wrongUse,
+                              QStringLiteral("%1 would be written for %2 and for %3: put %4 into its name, "
+                                             "which becomes the name of the port.")
+                                  .arg(file, other, share.port.name, kPlaceOfPort));
+            portOf.insert(whole, other);
+        }
+    }
+}
+
+}  // namespace
+
+QStringList Share::words() const {
+    QStringList words;
+    for (const Option& option : request.command->allOptions()) {
+        if (request.options.contains(option.name))
+            words << (option.value.isEmpty()
+                          ? option.name
+                          : option.name + QLatin1Char('=') + request.options.value(option.name));
+    }
+    return words << request.command->name << request.arguments;
+}
+
+std::vector<Share> sharesOf(const Request& request) {
+    if (!request.has("--port"))
+        return {{{}, request, request.command->prepare(request)}};
+    const auto ports = portsNamed(request.value("--port").split(QLatin1Char(',')));
+    std::vector<QStringList> arguments(ports.size(), request.arguments);
+    if (ports.size() > 1 && request.command->deal)
+        arguments = request.command->deal(request.arguments, ports.size());
+    std::vector<Share> shares;
+    for (std::size_t i = 0; i < ports.size(); ++i) {
+        Request own = request;
+        own.arguments = arguments[i];
+        shares.push_back({ports[i], requestFor(ports[i], std::move(own)), {}});
+    }
+    demandOwnFiles(shares);
+    for (Share& share : shares)
+        share.job = request.command->prepare(share.request);
+    return shares;
+}
+
+}  // namespace quorvex::tool
