@@ -35,9 +35,9 @@ void Side::start() {
 }
 
 void Side::interrupt(int signal) {
+    interruptedBy_ = signal;  // also if it has just ended by the same signal
     if (!isRunning())
         return;
-    interruptedBy_ = signal;
 #ifdef Q_OS_UNIX
     ::kill(static_cast<pid_t>(process_.processId()), signal);
 #else
@@ -57,12 +57,12 @@ void Side::takeResult() {
     text_ = object_.take(QStringLiteral("text")).toString();
     if (!object_.isEmpty() && process_.exitStatus() == QProcess::NormalExit) {
         status_ = process_.exitCode();
-    } else if (interruptedBy_ != 0) {  // before it was ready to be interrupted, and had opened its port
-        status_ = kSignalled + interruptedBy_;
     } else {
-        status_ = static_cast<int>(Status::noResult);
-        object_.insert(QStringLiteral("problem"),
-                       QStringLiteral("The process for this port ended without a result."));
+        const bool isInterrupted = interruptedBy_ != 0;  // before it was ready for that
+        status_ = isInterrupted ? kSignalled + interruptedBy_ : static_cast<int>(Status::noResult);
+        untold_ = isInterrupted ? QStringLiteral("Interrupted.")
+                                : QStringLiteral("The process for this port ended without a result.");
+        object_.insert(QStringLiteral("problem"), untold_);
     }
     object_.insert(QStringLiteral("command"), share_.request.command->name);
     object_.insert(QStringLiteral("port"), share_.port.name);

@@ -32,6 +32,8 @@ public:
     int status() const { return status_; }  ///< exit status; as documented for several ports
     const QJsonObject& object() const { return object_; }
     const QString& text() const { return text_; }
+    /// What became of a process that could not tell it itself; empty for all others.
+    const QString& untold() const { return untold_; }
 
 private:
     const Share& share_;
@@ -40,6 +42,7 @@ private:
     int status_ = 0;
     QJsonObject object_;
     QString text_;
+    QString untold_;
 };
 
 }  // namespace quorvex::tool

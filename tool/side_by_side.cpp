@@ -38,10 +38,8 @@ bool attend(Side& side, Progress& progress) {
     if (!hasEnded)
         return false;
     side.takeResult();
-    if (side.status() == static_cast<int>(Status::noResult))
-        print(stderr, side,
-              "quorvex-tool: " + side.object().value(QStringLiteral("problem")).toString().toUtf8(),
-              progress);
+    if (!side.untold().isEmpty())
+        print(stderr, side, "quorvex-tool: " + side.untold().toUtf8(), progress);
     if (!side.share().request.has("--json"))
         print(stdout, side, side.text().toUtf8(), progress);
     return true;

@@ -70,6 +70,7 @@ private Q_SLOTS:
     void interrupted_data();
     void interrupted();
     void interruptedAtOnce();
+    void interruptedTooEarly();
     void crash();
     void killed();
     void progressOnATerminal();
@@ -215,7 +216,7 @@ void TestSideBySide::object() {
     QVERIFY(ports[1]["problem"].toString().contains("No line was answered."));
     QCOMPARE(ports[2]["port"].toString(), "COM9");
     QCOMPARE(ports[2]["status"].toInt(), 4);
-    const QJsonObject set = tool_->run("--json --port COM2,COM1 set psn 20").object();
+    const QJsonObject set = tool_->run("--json --port COM2,COM9 set psn 20").object();
     QCOMPARE(set["nextPsn"].toInt(), 22);
     QCOMPARE(set["ports"][1]["psn"].toInt(), 21);
 }
@@ -340,6 +341,22 @@ void TestSideBySide::crash() {
     QCOMPARE(ports[1]["status"].toInt(), 128);
     QCOMPARE(ports[1]["problem"].toString(), "The process for this port ended without a result.");
     QCOMPARE(ended.err, "COM2: quorvex-tool: The process for this port ended without a result.\n");
+}
+
+// One that ends by the signal itself, as before it is ready for it, is interrupted, too.
+void TestSideBySide::interruptedTooEarly() {
+    startAndWaitForTwo("--json --port COM1,COM2 read");
+    const pid_t process = startedBy(tool_->process().processId()).firstKey();
+    signal(process, SIGSTOP);
+    signal(tool_->process().processId(), SIGTERM);
+    const QByteArray pending =
+        "ShdPnd:\t" + QByteArray::number(1 << (SIGTERM - 1), 16).rightJustified(16, '0');
+    QTRY_VERIFY(SettingsFolder::content(QString("/proc/%1/status").arg(process)).contains(pending));
+    signal(process, SIGKILL);
+    const auto ended = tool_->end();
+    QCOMPARE(ended.status, kInterrupted + SIGTERM);
+    QCOMPARE(ended.err, "COM2: quorvex-tool: Interrupted.\n");
+    QCOMPARE(ended.object()["ports"][1]["status"].toInt(), kInterrupted + SIGTERM);
 }
 
 // Nobody is left behind on a port.
