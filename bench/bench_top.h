@@ -1,6 +1,8 @@
 #pragma once
 
+#include <QFile>
 #include <QTemporaryDir>
+#include <QTest>
 #include <optional>
 #include <stdexcept>
 
@@ -22,13 +24,34 @@ public:
     }
 
     /// Puts a simulated Beltpack on the port. `options` are the simulator's own.
-    void addBeltpack(const QStringList& options) {
+    UnitProcess& addBeltpack(const QStringList& options) {
         if (!unit_.emplace(QStringList{"beltpack", "--link", portPath()} + options).isReady())
             throw std::runtime_error("The simulated unit does not start.");
+        return *unit_;
+    }
+
+    /// Puts one on each port from 1 to `count`. The options hold no blanks.
+    void addBeltpacks(int count, const QStringList& options) {
+        QFile bench(ports_.filePath("bench.txt"));
+        if (!bench.open(QIODevice::WriteOnly))
+            throw std::runtime_error("The bench of units cannot be written.");
+        for (int port = 1; port <= count; ++port)
+            bench.write(("beltpack --link " + portPath(port) + ' ' + options.join(' ') + '\n').toLocal8Bit());
+        bench.close();
+        unit_.emplace(QStringList{"bench", bench.fileName()});
+        const auto areThere = [&] {
+            for (int port = 1; port <= count; ++port) {
+                if (!QFile::exists(portPath(port)))
+                    return false;
+            }
+            return true;
+        };
+        if (!QTest::qWaitFor(areThere))
+            throw std::runtime_error("The simulated units do not start.");
     }
 
     /// Where the port's device is to be found; a link to it.
-    QString portPath() const { return ports_.filePath("COM" + QString::number(kPort)); }
+    QString portPath(int port = kPort) const { return ports_.filePath("COM" + QString::number(port)); }
 
 private:
     QTemporaryDir ports_;

@@ -22,7 +22,7 @@ struct Group {
 };
 
 // In the order of the table.
-constexpr std::array<Group, 7> kGroups{{
+constexpr std::array<Group, 8> kGroups{{
     {"read", quorvex::bench::readRows},
     {"exchange", quorvex::bench::exchangeRows},
     {"wait", quorvex::bench::waitRows},
@@ -30,6 +30,7 @@ constexpr std::array<Group, 7> kGroups{{
     {"start", quorvex::bench::startRows},
     {"others", quorvex::bench::othersRows},
     {"screen", quorvex::bench::screenRows},
+    {"tool", quorvex::bench::toolRows},
 }};
 
 constexpr std::size_t kRuns = 3;

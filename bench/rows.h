@@ -44,6 +44,8 @@ std::vector<Row> startRows();
 std::vector<Row> othersRows();
 /// What the remote screen costs.
 std::vector<Row> screenRows();
+/// The tool on many units side by side, and a read by it beside one by a script.
+std::vector<Row> toolRows();
 
 /// Prints the rows to the standard output, columns aligned.
 void printTable(const std::vector<Row>& rows);
