@@ -201,6 +201,19 @@ UnitJob prepareProductionValues(const Request& /*request*/) {
     return setProductionValues;
 }
 
+QStringList identitiesOfWrite(const Request& request) {
+    if (!request.has("--with-identity"))
+        return {};
+    const Values values = valuesOf(loadSettings(request.arguments.at(0), Ranges::demanded));
+    QStringList identities;
+    for (int record = 0; record < SettingsImage::kParameters; ++record) {
+        const std::string& value = values[static_cast<std::size_t>(record)];
+        if (isIdentity(record) && isAvailable(value))
+            identities << identityOf(record, value);
+    }
+    return identities;
+}
+
 QStringList savesOfRead(const Request& request) {
     return request.arguments;
 }

@@ -11,5 +11,6 @@ UnitJob prepareWrite(const Request& request);
 UnitJob prepareVerify(const Request& request);
 UnitJob prepareProductionValues(const Request& request);
 QStringList savesOfRead(const Request& request);
+QStringList identitiesOfWrite(const Request& request);
 
 }  // namespace quorvex::tool

@@ -52,7 +52,9 @@ Command write() {
             {{"--with-identity", "", "write the file's PSN and System Id, too"},
              {"--dry-run", "", "only show what would change"}},
             prepareWrite,
-            nullptr};
+            nullptr,
+            nullptr,
+            identitiesOfWrite};
 }
 
 Command verify() {
@@ -87,6 +89,7 @@ Command set() {
         prepareSet,
         nullptr,
         nullptr,
+        identitiesOfSet,
         dealSet};
 }
 

@@ -1,7 +1,6 @@
 #include "tool/set_command.h"
 
 #include <algorithm>
-#include <set>
 #include <utility>
 
 #include "link/number_text.h"
@@ -99,18 +98,6 @@ QStringList spread(const QString& value, const Setting& setting, std::size_t por
     return values;
 }
 
-void demandDifferent(const QStringList& values, const Setting& setting) {
-    std::set<std::string> given;
-    for (const QString& value : values) {
-        if (!given.insert(setting.digits(value, setting)).second)
-            throw Failure(
-                Status::wrongUse,
-                QStringLiteral("\"%1\" would be given twice, but %2 says which unit it is: give a list with "
-                               "another one for each port.")
-                    .arg(value, nameOf(setting.record)));
-    }
-}
-
 /// Judged by what came back alone: the window's texts go by a part of it.
 Result set(PlainWindow& window, const Setting& setting, const QString& value, const std::string& digits) {
     setting.update(window, value);
@@ -147,6 +134,13 @@ UnitJob prepareSet(const Request& request) {
     return [&setting, value, digits](PlainWindow& window) { return set(window, setting, value, digits); };
 }
 
+QStringList identitiesOfSet(const Request& request) {
+    const Setting& setting = settingNamed(request.arguments.at(0));
+    if (!isIdentity(setting.record))
+        return {};
+    return {identityOf(setting.record, setting.digits(request.arguments.at(1), setting))};
+}
+
 std::vector<QStringList> dealSet(const QStringList& arguments, std::size_t ports) {
     const Setting& setting = settingNamed(arguments.at(0));
     QStringList values = arguments.at(1).split(QLatin1Char(','));
@@ -156,8 +150,6 @@ std::vector<QStringList> dealSet(const QStringList& arguments, std::size_t ports
         throw Failure(Status::wrongUse, QStringLiteral("There are %1 for %2: each port takes one.")
                                             .arg(countOf(static_cast<std::size_t>(values.size()), "value"),
                                                  countOf(ports, "port")));
-    if (isIdentity(setting.record))
-        demandDifferent(values, setting);
     std::vector<QStringList> dealt;
     for (const QString& value : std::as_const(values))
         dealt.push_back({arguments.at(0), value});

@@ -40,21 +40,26 @@ QStringList filesWritten(const Request& request) {
     QStringList files = request.command->saves ? request.command->saves(request) : QStringList();
     files << request.value("--trace");
     files.removeAll(QString());
+    for (QString& file : files)
+        file = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
     return files;
 }
 
-void demandOwnFiles(const std::vector<Share>& shares) {
-    QMap<QString, QString> portOf;  // by file
+QStringList identitiesGiven(const Request& request) {
+    return request.command->identities ? request.command->identities(request) : QStringList();
+}
+
+/// Throws Failure where two shares have one of `things` in common; it says what comes of it, then `advice`.
+void demandOwn(const std::vector<Share>& shares, QStringList (*things)(const Request&), const QString& verb,
+               const QString& advice) {
+    QMap<QString, QString> portOf;  // by thing
     for (const Share& share : shares) {
-        for (const QString& file : filesWritten(share.request)) {
-            const QString whole = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
-            const QString other = portOf.value(whole, share.port.name);
+        for (const QString& thing : things(share.request)) {
+            const QString other = portOf.value(thing, share.port.name);
             if (other != share.port.name)
-                throw Failure(Status::wrongUse,
-                              QStringLiteral("%1 would be written for %2 and for %3: put %4 into its name, "
-                                             "which becomes the name of the port.")
-                                  .arg(file, other, share.port.name, kPlaceOfPort));
-            portOf.insert(whole, other);
+                throw Failure(Status::wrongUse, QStringLiteral("%1 would be %2 for %3 and for %4: %5.")
+                                                    .arg(thing, verb, other, share.port.name, advice));
+            portOf.insert(thing, other);
         }
     }
 }
@@ -85,7 +90,10 @@ std::vector<Share> sharesOf(const Request& request) {
         own.arguments = arguments[i];
         shares.push_back({ports[i], requestFor(ports[i], std::move(own)), {}});
     }
-    demandOwnFiles(shares);
+    demandOwn(shares, filesWritten, QStringLiteral("written"),
+              QStringLiteral("put {port} into its name, which becomes the name of the port"));
+    demandOwn(shares, identitiesGiven, QStringLiteral("set"),
+              QStringLiteral("it says which unit it is, so give each port another one"));
     for (Share& share : shares)
         share.job = request.command->prepare(share.request);
     return shares;

@@ -21,7 +21,7 @@ struct Share {
 /// A share for each port that the request names, in their order. "{port}" in arguments and options becomes
 /// the name of the share's port, of a device the last part of its path. Looks at all that can be wrong before
 /// a port is opened; throws Failure, also where two names are one port, and where two shares would write one
-/// file.
+/// file or give two units one PSN or System ID.
 std::vector<Share> sharesOf(const Request& request);
 
 }  // namespace quorvex::tool

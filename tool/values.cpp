@@ -45,6 +45,10 @@ bool isIdentity(int record) {
     return record == SettingsImage::kPsn || record == SettingsImage::kSystemId;
 }
 
+QString identityOf(int record, const std::string& value) {
+    return nameOf(record) + QLatin1Char(' ') + fromUtf8(printable(value)).toUpper();
+}
+
 std::vector<Difference> differences(const Values& one, const Values& other) {
     std::vector<Difference> found;
     for (std::size_t i = 0; i < one.size(); ++i) {

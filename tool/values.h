@@ -23,6 +23,8 @@ bool isAvailable(const std::string& value);
 QString nameOf(int record);
 /// Whether it says which unit this is: the PSN or the System ID.
 bool isIdentity(int record);
+/// "System Id 100ECE1000", the same for whatever is the same value.
+QString identityOf(int record, const std::string& value);
 
 /// A parameter with one value here and another there.
 struct Difference {

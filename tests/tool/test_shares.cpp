@@ -1,5 +1,6 @@
 #include "tool/shares.h"
 
+#include <QDir>
 #include <QFile>
 #include <QTest>
 
@@ -36,6 +37,7 @@ private Q_SLOTS:
     void refused();
     void onePortAndItsDevice();
     void filesThatAreMissing();
+    void identitiesInFiles();
 
 private:
     QTemporaryDir ports_;
@@ -87,35 +89,34 @@ void TestShares::refused_data() {
     row("--port COM1, read", noPort);
     row("--port , read", noPort);
     const char* oneFile =
-        "2 x.bpc would be written for COM1 and for COM2: put {port} into its name, which becomes the name of "
+        "2 CWD/x.bpc would be written for COM1 and for COM2: put {port} into its name, which becomes the "
+        "name of "
         "the port.";
     row("--port COM1,COM2 read x.bpc", oneFile);
     row("--port COM1,COM2 read --trace x.bpc", oneFile);
     row("--port COM1,COM2 screen x.bmp", QByteArray(oneFile).replace("bpc", "bmp").constData());
     row("--port COM1,COM2 --trace {port}/../x read",
-        "2 COM2/../x would be written for COM1 and for COM2: put {port} into its name, which becomes the "
+        "2 CWD/x would be written for COM1 and for COM2: put {port} into its name, which becomes the "
         "name of the port.");
     row("--port /dev/a/tty,/dev/b/tty read {port}.bpc",
-        "2 tty.bpc would be written for /dev/a/tty and for /dev/b/tty: put {port} into its name, which "
+        "2 CWD/tty.bpc would be written for /dev/a/tty and for /dev/b/tty: put {port} into its name, which "
         "becomes the name of the port.");
     // The eleventh picture of one, the first of the other.
     row("--port COM1,COM11 screen --frames 11 {port}.bmp",
-        "2 COM110.bmp would be written for COM1 and for COM11: put {port} into its name, which becomes the "
+        "2 CWD/COM110.bmp would be written for COM1 and for COM11: put {port} into its name, which becomes "
+        "the "
         "name of the port.");
     row("--port COM1,COM2 set psn 1,2,3", "2 There are 3 values for 2 ports: each port takes one.");
     row("--port COM1,COM2,COM3 set psn 1,2", "2 There are 2 values for 3 ports: each port takes one.");
     row("--port COM1,COM2 set pli 1F,1F,1F", "2 There are 3 values for 2 ports: each port takes one.");
-    row("--port COM1,COM2 set psn 7,007",
-        "2 \"007\" would be given twice, but Beltpack PSN/ID says which unit it is: give a list with another "
-        "one for each port.");
-    row("--port COM1,COM2 set system-id 100ECE1000",
-        "2 \"100ECE1000\" would be given twice, but System Id says which unit it is: give a list with "
-        "another "
-        "one for each port.");
-    row("--port COM1,COM2 set system-id 100ECE1000,100ece1000",
-        "2 \"100ece1000\" would be given twice, but System Id says which unit it is: give a list with "
-        "another "
-        "one for each port.");
+    const auto twice = [&](const char* line, const QString& what) {
+        row(line, qPrintable("2 " + what +
+                             " would be set for COM1 and for COM2: it says which unit it is, so give "
+                             "each port another one."));
+    };
+    twice("--port COM1,COM2 set psn 7,007", "Beltpack PSN/ID 0044300007");
+    twice("--port COM1,COM2 set system-id 100ECE1000", "System Id 100ECE1000");
+    twice("--port COM1,COM2 set system-id 100ECE1000,100ece1000", "System Id 100ECE1000");
     row("--port COM1,COM2 set psn 1048575",
         "2 \"1048576\" is no PSN: it takes a decimal number, 0 to 1048575.");
     row("--port COM1,COM2 set psn 1,", "2 \"\" is no PSN: it takes a decimal number, 0 to 1048575.");
@@ -129,7 +130,7 @@ void TestShares::refused_data() {
 void TestShares::refused() {
     QFETCH(QString, line);
     QFETCH(QString, told);
-    QCOMPARE(dealtOut(line), told);
+    QCOMPARE(dealtOut(line), told.replace("CWD", QDir::currentPath()));
 }
 
 void TestShares::onePortAndItsDevice() {
@@ -147,6 +148,27 @@ void TestShares::filesThatAreMissing() {
     QCOMPARE(dealtOut(line), QString("5 %1: there is no such file.").arg(folder.path("COM2.bpc")));
     folder.make("COM2.bpc");
     QVERIFY(dealtOut(line).endsWith("--port=COM2 write " + folder.path("COM2.bpc")));
+}
+
+// A file with another PSN and another System ID is needed for each.
+void TestShares::identitiesInFiles() {
+    const SettingsFolder folder;
+    folder.make("COM1.bpc", {{2, "0044300001"}});
+    const QString lineOfEach = "--port COM1,COM2 write --with-identity " + folder.path("{port}.bpc");
+    const auto told = [](const QString& what) {
+        return "2 " + what +
+               " would be set for COM1 and for COM2: it says which unit it is, so give each port another "
+               "one.";
+    };
+    folder.make("COM2.bpc", {{2, "0044300002"}});
+    QCOMPARE(dealtOut(lineOfEach), told("System Id 100ECE1000"));
+    folder.make("COM2.bpc", {{4, "100ECE1100"}, {2, "0044300001"}});
+    QCOMPARE(dealtOut(lineOfEach), told("Beltpack PSN/ID 0044300001"));
+    folder.make("COM2.bpc", {{4, "100ECE1100"}});
+    QVERIFY(dealtOut(lineOfEach).contains("--with-identity --port=COM2 write "));
+    const QString lineOfOne = "--port COM1,COM2 write " + folder.path("COM1.bpc");
+    QCOMPARE(dealtOut(lineOfOne + " --with-identity"), told("Beltpack PSN/ID 0044300001"));
+    QVERIFY(dealtOut(lineOfOne).startsWith("--port=COM1 write "));
 }
 
 }  // namespace quorvex
