@@ -123,14 +123,15 @@ QString helpOfAll() {
            QStringLiteral(
                "\nPORT is COM1 to COM12, or a device such as /dev/ttyUSB0; without --port it is the one "
                "that\n"
-               "the window program uses. With several, as in COM1,COM2, the command runs on all of them side "
-               "by\n"
-               "side, and {port} in arguments and options is the name of each. --json prints the result as "
-               "one JSON object. Results go to the\n"
-               "standard output, everything else to the standard error output.\n\n"
+               "the window program uses. With several ports, as in COM1,COM2, the command runs on all of "
+               "them\n"
+               "side by side; {port} in arguments and options becomes the name of each. --json prints the\n"
+               "result as one JSON object. Results go to the standard output, everything else to the "
+               "standard\n"
+               "error output.\n\n"
                "Exit status: 0 done, 1 verified otherwise or files differ, 2 wrong use, 3 no answer, 4 "
                "port,\n"
-               "5 file; interrupted by signal N: 128 + N.\n");
+               "5 file; interrupted by signal N: 128 + N. Of several ports: the worst.\n");
 }
 
 }  // namespace

@@ -134,6 +134,8 @@ void TestCommandLine::helpOfEachCommand() {
 
 void TestCommandLine::helpNamesEachCommand() {
     const QString help = tool::helpText(nullptr);
+    for (const QString& line : help.split('\n'))
+        QVERIFY2(line.size() <= 112, qPrintable(line));
     for (const tool::Command& command : tool::commandTable())
         QVERIFY2(help.contains("\n  " + command.name + " "), qPrintable(command.name));
     QVERIFY(
