@@ -2,6 +2,7 @@
 
 #include <functional>
 
+#include "beltpack/transfer_log.h"
 #include "link/reply.h"
 #include "link/runtime_fault.h"
 
@@ -48,11 +49,12 @@ bool BeltpackRead::readAll(std::string& systemIdProblem) {
     Operation operation(link_, image_.untilFile());
     editors_.refillLists();
     const SettingsImage::Filling filling(image_);
+    Transfer transfer(operation, image_, Transfer::Kind::read, "read");
     detectRfModule(operation);
     operation.hourglass();
     link_.status("Reading settings from Beltpack...", kBlack);
     try {
-        readParameters(operation);
+        readParameters(operation, transfer);
         readCalibration(operation);
         systemIdProblem = showIdentity();
         readRssiThreshold(operation);
@@ -60,6 +62,7 @@ bool BeltpackRead::readAll(std::string& systemIdProblem) {
         neighbours_.requestDectVersion(operation);
         demandGoingOn(operation);
         demandFilled();
+        transfer.done();
         return true;
     } catch (const RuntimeFault&) {
         return false;
@@ -78,18 +81,20 @@ void BeltpackRead::detectRfModule(Operation& operation) {
         module_.change(RadioModule::kKirk);
 }
 
-void BeltpackRead::readParameters(Operation& operation) {
+void BeltpackRead::readParameters(Operation& operation, Transfer& transfer) {
     for (int i = 0; i < SettingsImage::kParameters; ++i) {
         Parameter& parameter = image_[i];
         operation.progress(i, SettingsImage::kParameters);
         const std::function<bool()> isAlone = image_.untilReplaced();
         const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
         if (reply != kError) {
+            transfer.answered(i, reply);
             parameter.storeReply(reply);
             parameter.available = "1";
         } else if (i == SettingsImage::kPsn || !operation.isWanted()) {
             throw RuntimeFault::noReply();
         } else if (isAlone()) {  // a read in this wait has found out whether the unit has it
+            transfer.lacks(i);
             parameter.available = "0";
             parameter.value = kNotAvailable;
             // The name is shown as the field holds it, its trailing blanks too.

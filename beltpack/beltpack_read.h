@@ -10,6 +10,8 @@
 
 namespace quorvex {
 
+class Transfer;
+
 /// What reading a Beltpack needs of its neighbours.
 class BeltpackReadNeighbours {
 public:
@@ -45,7 +47,7 @@ private:
     void detectRfModule(Operation& operation);
     // Each of these throws "No reply".
     void demandFilled() const;
-    void readParameters(Operation& operation);
+    void readParameters(Operation& operation, Transfer& transfer);
     void readCalibration(Operation& operation);
     void readRssiThreshold(Operation& operation);
     int readNumber(Operation& operation, const char* line);

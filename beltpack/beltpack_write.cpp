@@ -1,5 +1,6 @@
 #include "beltpack/beltpack_write.h"
 
+#include "beltpack/transfer_log.h"
 #include "link/reply.h"
 #include "link/runtime_fault.h"
 
@@ -7,7 +8,7 @@ namespace quorvex {
 
 BeltpackWrite::BeltpackWrite(CommandLink& link, SettingsImage& image) : link_(link), image_(image) {}
 
-void BeltpackWrite::CommandWrite_Click() {
+void BeltpackWrite::write(const std::string& name) {
     if (!image_.isFilled()) {
         link_.console().messageBox(
             "File must be loaded or Beltpack read before the settings can be written.\r\n\r\n"
@@ -15,7 +16,7 @@ void BeltpackWrite::CommandWrite_Click() {
             Icon::critical);
         return;
     }
-    if (writeAll()) {
+    if (writeAll(name)) {
         link_.status("Settings written to Beltpack successfully!", kSuccessGreen);
         return;
     }
@@ -25,8 +26,9 @@ void BeltpackWrite::CommandWrite_Click() {
     link_.status("Error communicating with Beltpack.", kBlack);
 }
 
-bool BeltpackWrite::writeAll() {
+bool BeltpackWrite::writeAll(const std::string& name) {
     Operation operation(link_, image_.untilReplaced());
+    Transfer transfer(operation, image_, Transfer::Kind::write, name);
     operation.hourglass();
     link_.status("Writing settings to Beltpack...", kBlack);
     if (image_.isBeingFilled())
@@ -35,22 +37,26 @@ bool BeltpackWrite::writeAll() {
         for (int i = 0; i < SettingsImage::kParameters; ++i) {
             operation.progress(i, SettingsImage::kParameters);
             // Before the first read of a Beltpack this is a fault, and nothing is sent.
-            if (image_[i].isAvailable() && !writeOne(operation, image_[i]))
+            if (image_[i].isAvailable() && !writeOne(operation, transfer, i))
                 return false;
         }
+        transfer.done();
         return true;
     } catch (const RuntimeFault&) {
         return false;  // told as a unit that does not answer
     }
 }
 
-bool BeltpackWrite::writeOne(Operation& operation, const Parameter& parameter) {
+bool BeltpackWrite::writeOne(Operation& operation, Transfer& transfer, int record) {
+    const Parameter& parameter = image_[record];
     const std::string written = parameter.writeLine();
     const auto digits = static_cast<std::size_t>(parameter.digits());
+    transfer.writes(record, parameter.value.str());
     operation.serialSendString(written);
     const std::string reply = operation.exchange(parameter.readLine(), parameter.replyLength());
     if (reply == kError)
         return false;
+    transfer.answered(record, reply);
     if (dataDigits(reply).substr(0, digits) != dataDigits(written).substr(0, digits))
         reportNotVerified();  // neither stops the loop nor changes the outcome, as intended
     return true;

@@ -7,17 +7,21 @@
 
 namespace quorvex {
 
+class Transfer;
+
 /// Writing the whole image to a Beltpack, each parameter verified by reading it back at once.
 class BeltpackWrite {
 public:
     BeltpackWrite(CommandLink& link, SettingsImage& image);
 
-    void CommandWrite_Click();
+    void CommandWrite_Click() { write("write"); }
+    /// The same; `name`: what it is called on record.
+    void write(const std::string& name);
 
 private:
     /// False when the unit did not answer a read-back, or the image no longer holds what was to be written.
-    bool writeAll();
-    bool writeOne(Operation& operation, const Parameter& parameter);
+    bool writeAll(const std::string& name);
+    bool writeOne(Operation& operation, Transfer& transfer, int record);
     void reportNotVerified();
 
     CommandLink& link_;

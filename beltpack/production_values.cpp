@@ -33,7 +33,7 @@ ProductionValues::ProductionValues(CommandLink& link, SettingsImage& image, Belt
 void ProductionValues::buttonSetProdSettiings_Click() {
     fill();
     const auto isPortThere = link_.untilPortGone();
-    write_.CommandWrite_Click();
+    write_.write("production-values");
     // Sent whatever became of the write, as intended.
     Operation(link_, isPortThere).serialSendString("# 027E" + HexPad(1, 2));
 }

@@ -22,6 +22,13 @@ std::vector<std::string> settingsLines(const SettingsImage& image) {
     return lines;
 }
 
+std::string settingsText(const SettingsImage& image) {
+    std::string text;
+    for (const std::string& line : settingsLines(image))
+        text += line + "\r\n";
+    return text;
+}
+
 bool readSettings(FileNumberOne& file, SettingsImage& image) {
     if (file.readItem() != kSettingsSignature)
         return false;

@@ -14,6 +14,8 @@ namespace quorvex {
 inline constexpr std::string_view kSettingsSignature = "K4700";
 /// The lines of a settings file.
 std::vector<std::string> settingsLines(const SettingsImage& image);
+/// The whole file.
+std::string settingsText(const SettingsImage& image);
 /// Fills the image from an open file; values that are missing are "0". False, and nothing is changed, when it
 /// does not begin with the signature. Throws as FileNumberOne does.
 bool readSettings(FileNumberOne& file, SettingsImage& image);

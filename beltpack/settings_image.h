@@ -38,6 +38,8 @@ struct Parameter {
     void storeReply(std::string_view reply);
 };
 
+class TransferLog;
+
 /// The configurable parameters of one Beltpack, in memory. Records 0 to 20 are in use; record 21 stays empty.
 class SettingsImage {
 public:
@@ -91,6 +93,10 @@ public:
     std::function<bool()> untilFile() const;      ///< ... a file was loaded
     std::function<bool()> untilReplaced() const;  ///< ... a file was loaded or a read begun
 
+    /// From now on reads and writes on the image are told to `log`, which must outlive them; null for none.
+    void keepLog(TransferLog* log) { log_ = log; }
+    TransferLog* log() const { return log_; }
+
     /// The serial number in decimal: the last five digits of record 0.
     std::string psnText() const;
     /// Whether a read or a file has filled the image, so that it may be written to a unit.
@@ -101,6 +107,7 @@ private:
     std::uint32_t files_ = 0;  ///< loaded so far
     std::uint32_t reads_ = 0;  ///< begun so far
     int fillings_ = 0;         ///< reads under way, inside each other's waits
+    TransferLog* log_ = nullptr;
 };
 
 }  // namespace quorvex

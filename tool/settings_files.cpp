@@ -73,10 +73,8 @@ void demandSavable(const QString& path) {
 }
 
 void saveSettings(const QString& path, const SettingsImage& image) {
-    QByteArray bytes;
-    for (const std::string& line : settingsLines(image))
-        bytes += QByteArray::fromStdString(line) + "\r\n";
-    const QString problem = replaceFile(path, bytes, QStringLiteral("file"));
+    const QString problem =
+        replaceFile(path, QByteArray::fromStdString(settingsText(image)), QStringLiteral("file"));
     if (!problem.isEmpty())
         throw Failure(Status::file, QStringLiteral("%1: %2").arg(path, problem));
 }

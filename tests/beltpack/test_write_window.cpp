@@ -10,12 +10,12 @@ namespace quorvex {
 
 namespace {
 
-const QString kNotWritten =
+const QString kShownNotWritten =
     failureEntry("Error occured while writing settings to Beltpack!\r\n\r\nCheck connection to Beltpack.");
 const QStringList kShownNotVerified{
     boxEntry("no icon", "Quorvex Config", "Rd Error"),
     failureEntry("Error occured while verifying settings written to Beltpack!")};
-const QString kNeverFilled = failureEntry(
+const QString kShownNeverFilled = failureEntry(
     "File must be loaded or Beltpack read before the settings can be written.\r\n\r\n"
     "Use the 'Update' buttons to write the Sytem and Beltpack IDs individually.");
 const QString kFaultReport = failureEntry("Run-time error '13':\r\n\r\nType mismatch");
@@ -142,7 +142,7 @@ void TestWriteWindow::goneHalfWay() {
     bench_->click("optionMICElectret");
     unit.addFault(sim::parseFault(fault.toStdString()));
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
     QCOMPARE(headsOf(bench_->wire.lines()), heads().mid(0, linesSent));
     QCOMPARE(bench_->status(), kNoContact);
     QVERIFY(!Bench::isHourglassUp());
@@ -155,10 +155,10 @@ void TestWriteWindow::cablePulled() {
     read();
     bench_->duringExchange("# 0105", [&] { bench_->wire.pullCable(); });
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
     QCOMPARE(bench_->status(), kNoContact);
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
 }
 
 // The read inside runs to its end; the write's own reply never comes.
@@ -171,7 +171,7 @@ void TestWriteWindow::readInside() {
         QCOMPARE(bench_->status(), "green: Settings read from Beltpack successfully.");
     });
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
     QCOMPARE(bench_->status(), kNoContact);
     QVERIFY(!Bench::isHourglassUp());
 }
@@ -186,7 +186,7 @@ void TestWriteWindow::writeInside() {
     });
     bench_->click("CommandWrite");
     QCOMPARE(headsOf(bench_->wire.lines()), heads().mid(0, 10) + heads());
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
     QCOMPARE(bench_->status(), kNoContact);
     QVERIFY(!Bench::isHourglassUp());
 }
@@ -201,7 +201,7 @@ void TestWriteWindow::afterAFailedRead() {
     bench_->wire.forgetLines();
     const QString before = bench_->status();
     bench_->click("CommandWrite");
-    QCOMPARE(bench_->journal.take(), QStringList{kNeverFilled});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNeverFilled});
     QCOMPARE(bench_->wire.lines(), QStringList());
     QCOMPARE(bench_->status(), before);
 }
@@ -293,7 +293,7 @@ void TestWriteWindow::productionOnASilentUnit() {
     read();
     bench_->wire.plugIn(nullptr);
     bench_->click("buttonSetProdSettiings");
-    QCOMPARE(bench_->journal.take(), QStringList{kNotWritten});
+    QCOMPARE(bench_->journal.take(), QStringList{kShownNotWritten});
     QCOMPARE(headsOf(bench_->wire.lines()), heads().mid(0, 2) + QStringList{"# 027E"});
     QCOMPARE(bench_->status(), kNoContact);
 }
