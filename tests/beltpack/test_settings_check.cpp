@@ -4,6 +4,7 @@
 #include <QTest>
 
 #include "link/qt_text.h"
+#include "link/runtime_fault.h"
 #include "tests/beltpack/file_bench.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
