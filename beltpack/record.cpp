@@ -31,9 +31,10 @@ QString quoted(QString field) {
     return QLatin1Char('"') + field.replace(QLatin1Char('"'), QLatin1String("\"\"")) + QLatin1Char('"');
 }
 
-QByteArray journalLine(const QString& time, const QString& port, const TransferEntry& entry) {
-    QStringList fields{time, port};
-    for (const std::string& field : {entry.psn, entry.operation, entry.outcome, entry.differences})
+QByteArray journalLine(const QString& time, const TransferEntry& entry) {
+    QStringList fields{time};
+    for (const std::string& field :
+         {entry.port, entry.psn, entry.operation, entry.outcome, entry.differences})
         fields << fromUtf8(field);
     for (QString& field : fields)
         field = quoted(field);
@@ -74,7 +75,7 @@ public:
         : folder_(folder), tell_(std::move(tell)) {}
 
     void prepare() { makeFolder(folder_.path()); }
-    void keep(const QString& time, const QString& port, const TransferEntry& entry) {
+    void keep(const QString& time, const TransferEntry& entry) {
         QLockFile lock(folder_.filePath(QStringLiteral("record.lock")));
         if (!locks(lock)) {
             tellOnce(folder_.path() + QStringLiteral(": ") + problemOf(lock));
@@ -83,7 +84,7 @@ public:
         if (!entry.file.empty())
             keepFile(time, entry);
         const QString problem =
-            appendLine(folder_.filePath(kJournal), kHeader, journalLine(time, port, entry), kJournal);
+            appendLine(folder_.filePath(kJournal), kHeader, journalLine(time, entry), kJournal);
         if (!problem.isEmpty())
             tellOnce(folder_.filePath(kJournal) + QStringLiteral(": ") + problem);
     }
@@ -137,9 +138,9 @@ Record::~Record() {
     finish();
 }
 
-void Record::keep(const QString& port, const TransferEntry& entry) {
+void Record::keep(const TransferEntry& entry) {
     const QString time = QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd'T'HHmmss"));
-    work_.add([place = place_, time, port, entry] { place->keep(time, port, entry); });
+    work_.add([place = place_, time, entry] { place->keep(time, entry); });
 }
 
 void Record::finish() {

@@ -28,8 +28,8 @@ public:
     Record(const Record&) = delete;
     Record& operator=(const Record&) = delete;
 
-    /// Returns at once. `port`: its name for the journal.
-    void keep(const QString& port, const TransferEntry& entry);
+    /// Returns at once.
+    void keep(const TransferEntry& entry);
     /// Waits for a slow disk, some seconds at most; what was not kept by then is told and lost.
     void finish();
 

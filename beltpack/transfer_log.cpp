@@ -71,6 +71,8 @@ void TransferLog::begin(Transfer& transfer) {
     }
     if (transfer.facts_.isRead)
         known_ = {};
+    if (portName_)
+        transfer.facts_.port = portName_();
     transfer.facts_.line = line_;
     transfer.facts_.before = known_;
 }
@@ -102,7 +104,8 @@ void TransferLog::tellWaiting() {
 
 TransferEntry TransferLog::entryOf(const Facts& facts, const std::string& broken) const {
     const SettingsImage after = facts.line == line_ ? known_ : SettingsImage();
-    TransferEntry entry{facts.operation,
+    TransferEntry entry{facts.port,
+                        facts.operation,
                         facts.isDone ? outcomeOf(facts, after) : broken,
                         psnOf(after.isFilled() ? after : facts.before),
                         differencesOf(facts, after),

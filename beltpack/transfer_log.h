@@ -15,6 +15,7 @@ namespace quorvex {
 
 /// What became of one read or write of a Beltpack, in the words of a record of it.
 struct TransferEntry {
+    std::string port;         ///< its name when the transfer began, UTF-8
     std::string operation;    ///< "read", "write", "production-values", "set System Id", ...
     std::string outcome;      ///< "done", "differs", "odd reply", "failed", "port lost", "interrupted"
     std::string psn;          ///< the unit's serial number in decimal; empty where it is not known
@@ -32,8 +33,11 @@ public:
     TransferLog(const TransferLog&) = delete;
     TransferLog& operator=(const TransferLog&) = delete;
 
-    /// `tell` gets each transfer at its end.
-    void onEnd(std::function<void(const TransferEntry&)> tell) { tell_ = std::move(tell); }
+    /// `tell` gets each transfer at its end, `portName` is asked as it begins.
+    void onEnd(std::function<void(const TransferEntry&)> tell, std::function<std::string()> portName) {
+        tell_ = std::move(tell);
+        portName_ = std::move(portName);
+    }
     /// The program ends, or is to: transfers under way are told as they stand.
     void interrupt();
 
@@ -55,7 +59,7 @@ private:
 
     using Texts = std::array<std::optional<std::string>, SettingsImage::kParameters>;
     struct Facts {
-        std::string operation;
+        std::string port, operation;
         bool isRead = false;
         bool isDone = false;     ///< it went through to its end
         std::uint32_t line = 0;  ///< as line_ was when it began
@@ -80,6 +84,7 @@ private:
 
     const CommandLink& link_;
     std::function<void(const TransferEntry&)> tell_;
+    std::function<std::string()> portName_;
     std::function<bool()> isSameLine_;
     std::uint32_t line_ = 0;  ///< another one each time that there may be another unit
     SettingsImage known_;     ///< what the unit holds; blank: not known

@@ -23,7 +23,7 @@ const QString kTime = "\\d{4}-\\d\\d-\\d\\dT\\d{6}";
 const QString kRecordHeader = "time,port,psn,operation,outcome,differences";
 
 TransferEntry readOf(const char* psn) {
-    return {"read", "done", psn, "", true, std::string("K4700\r\n") + psn + "\r\n"};
+    return {"COM1", "read", "done", psn, "", true, std::string("K4700\r\n") + psn + "\r\n"};
 }
 
 QString contentOf(const QString& name) {
@@ -56,7 +56,7 @@ private:
     void keep(const QString& where, const std::vector<TransferEntry>& entries) {
         Record record(where, [this](const QString& text) { told_ << text; });
         for (const TransferEntry& entry : entries)
-            record.keep("COM1", entry);
+            record.keep(entry);
     }
     QStringList journal() const { return contentOf(path("journal.csv")).split('\n'); }
     /// All files below the record, hidden ones, too.
@@ -81,8 +81,8 @@ void TestRecord::init() {
 void TestRecord::filesAndLines() {
     const QDateTime before = QDateTime::currentDateTime();
     keep(path(), {readOf("100001"),
-                  {"write", "done", "100001", "Headset Limit: 30 -> 24", false, "K4700\r\nleft\r\n"},
-                  {"read", "failed", "", "", true, ""}});
+                  {"COM1", "write", "done", "100001", "Headset Limit: 30 -> 24", false, "K4700\r\nleft\r\n"},
+                  {"COM1", "read", "failed", "", "", true, ""}});
     const QDateTime after = QDateTime::currentDateTime();
     QCOMPARE(told_, QStringList());
     const QStringList names = files();
@@ -124,7 +124,7 @@ void TestRecord::lines() {
     QFETCH(QString, differences);
     QFETCH(QString, field);
     Record record(path(), [this](const QString& text) { told_ << text; });
-    record.keep("/dev/a,\"b", {"write", "done", "7", differences.toStdString(), false, ""});
+    record.keep({"/dev/a,\"b", "write", "done", "7", differences.toStdString(), false, ""});
     record.finish();
     QCOMPARE(journal()[1].mid(17), ",\"/dev/a,\"\"b\",7,write,done," + field);
     QCOMPARE(files(), QStringList("journal.csv"));
@@ -148,7 +148,7 @@ void TestRecord::twoAtOnce() {
         programs.emplace_back([this, psn] {
             Record record(path(), [](const QString&) {});
             for (std::size_t i = 0; i < kEach; ++i)
-                record.keep("COM1", readOf(psn));
+                record.keep(readOf(psn));
         });
     for (std::thread& program : programs)
         program.join();
@@ -173,15 +173,15 @@ void TestRecord::fullDisk() {
     large.file = tooMuch;
     large.differences = tooMuch;
     Record record(path(), [this](const QString& text) { told_ << text; });
-    record.keep("COM1", readOf("100001"));
+    record.keep(readOf("100001"));
     record.finish();
     const QString before = contentOf(path("journal.csv"));
     told_.clear();
     {
         const SmallDisk disk(1000);
         Record other(path(), [this](const QString& text) { told_ << text; });
-        other.keep("COM1", large);
-        other.keep("COM1", large);
+        other.keep(large);
+        other.keep(large);
         other.finish();
         QCOMPARE(told_, QStringList("The record is not kept. " + path("100001") +
                                     ": The disk did not take the whole file; it may be full."));
@@ -240,7 +240,7 @@ void TestRecord::hangs() {
     since.start();
     {
         Record record(path(), [this](const QString& text) { told_ << text; });
-        record.keep("COM1", readOf("1"));
+        record.keep(readOf("1"));
         QVERIFY(since.elapsed() < 1000);
     }
     QVERIFY(since.elapsed() < kMostMs);

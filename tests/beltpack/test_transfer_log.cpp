@@ -19,12 +19,14 @@ namespace {
 struct LogBench : WriteBench {
     LogBench() {
         image.keepLog(&log);
-        log.onEnd([this](const TransferEntry& entry) { take(entry); });
+        log.onEnd([this](const TransferEntry& entry) { take(entry); },
+                  [this] { return "COM" + std::to_string(number); });
         connectRm5();
     }
     void take(const TransferEntry& entry) {
         const QString held = entry.file.empty() ? "" : entry.isRead ? ", as found" : ", as left";
         const QString differences = entry.differences.empty() ? "" : ": " + fromUtf8(entry.differences);
+        ports << fromUtf8(entry.port);
         told << fromUtf8(entry.operation + ", " + entry.outcome + ", PSN " + entry.psn) + held + differences;
         files << shown(entry.file);
     }
@@ -33,10 +35,11 @@ struct LogBench : WriteBench {
         read.CommandRdSettingsBp_Click();
         told.clear();
         files.clear();
+        ports.clear();
     }
     void chooseAnotherPort() {
         port.close();
-        port.open(2);
+        port.open(++number);
     }
     /// Something that happens while the program waits for the reply to `line`, which comes late.
     void during(const std::string& line, std::function<void()> deed) {
@@ -50,7 +53,8 @@ struct LogBench : WriteBench {
     }
 
     TransferLog log{link};
-    QStringList told, files;
+    QStringList told, files, ports;
+    int number = 1;
     bool hasHappened = false;
     PlainField psnField, pliField;
     PsnUpdate psn{link, image, psnField};
@@ -250,6 +254,7 @@ void TestTransferLog::otherUnitMeanwhile() {
     QCOMPARE(bench.told, QStringList({"read, done, PSN 1, as found",
                                       "write, interrupted, PSN 12345: Beltpack PSN/ID: 0044303039 -> ? "
                                       "(written 0044303039)"}));
+    QCOMPARE(bench.ports, QStringList({"COM2", "COM1"}));
 }
 
 void TestTransferLog::productionValues() {
