@@ -113,7 +113,7 @@ QString listOf(const std::vector<Option>& options) {
 
 QString helpOfAll() {
     QString text = QStringLiteral(
-                       "Usage: %1 [--port PORT[,PORT...]] [--json] [--trace FILE] COMMAND ...\n\n"
+                       "Usage: %1 [--port PORT[,PORT...]] [--json] [--trace FILE] [--record DIR] COMMAND ...\n\n"
                        "Reads and sets a Quorvex Beltpack or Active Antenna on a serial port.\n\n"
                        "Commands; %1 COMMAND --help says more and gives an example:\n")
                        .arg(kProgram);
@@ -144,6 +144,8 @@ std::vector<Option> Command::allOptions() const {
              QStringLiteral("COM1 to COM12, or a device such as /dev/ttyUSB0; several side by side")});
         all.push_back({QStringLiteral("--trace"), QStringLiteral("FILE"),
                        QStringLiteral("add whatever passes over the port to FILE")});
+        all.push_back({QStringLiteral("--record"), QStringLiteral("DIR"),
+                       QStringLiteral("keep what is read from and written to a Beltpack in DIR")});
     }
     all.push_back({QStringLiteral("--json"), {}, QStringLiteral("print the result as one JSON object")});
     all.push_back({QStringLiteral("--help"), {}, QStringLiteral("print this and end")});

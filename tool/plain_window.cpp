@@ -8,6 +8,7 @@ namespace quorvex::tool {
 PlainWindow::PlainWindow(SerialPort& port, EventLoop& eventLoop, std::function<void(const QString&)> progress)
     : port_(port), loop(eventLoop), console(std::move(progress)), link(port, eventLoop, console) {
     link.listen(&heard);
+    image.keepLog(&transfers);
 }
 
 std::string PlainWindow::showSystemId(const std::string& shown) {

@@ -7,6 +7,7 @@
 #include "antenna/antenna_read.h"
 #include "beltpack/beltpack_read.h"
 #include "beltpack/production_values.h"
+#include "beltpack/transfer_log.h"
 #include "identity/dect_version.h"
 #include "identity/pli_update.h"
 #include "identity/psn_update.h"
@@ -61,6 +62,7 @@ public:
     CommandLink link;
     Heard heard;
     SettingsImage image;
+    TransferLog transfers{link};
     FoundModule module;
 
     PlainField psn, parkB, eic, fpn, fps, pli, rfCarriers, rssiThreshold, version;

@@ -5,7 +5,7 @@ _quorvex_tool_command() {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            --port | --trace | --frames) ((i++)) ;;
+            --port | --trace | --record | --frames) ((i++)) ;;
             -*) ;;
             *)
                 echo "${COMP_WORDS[i]}"
@@ -17,12 +17,12 @@ _quorvex_tool_command() {
 
 _quorvex_tool_options() {
     case $1 in
-        write) echo --with-identity --dry-run --port --trace ;;
-        verify) echo --without-identity --port --trace ;;
-        antenna) echo --tbr6 --port --trace ;;
-        screen) echo --frames --port --trace ;;
-        read | set | production-values | version) echo --port --trace ;;
-        "") echo --port --trace --version ;;
+        write) echo --with-identity --dry-run --port --trace --record ;;
+        verify) echo --without-identity --port --trace --record ;;
+        antenna) echo --tbr6 --port --trace --record ;;
+        screen) echo --frames --port --trace --record ;;
+        read | set | production-values | version) echo --port --trace --record ;;
+        "") echo --port --trace --record --version ;;
     esac
     echo --json --help
 }
@@ -57,6 +57,10 @@ _quorvex_tool() {
             ;;
         --trace)
             mapfile -t COMPREPLY < <(compgen -f -- "$word")
+            return
+            ;;
+        --record)
+            mapfile -t COMPREPLY < <(compgen -d -- "$word")
             return
             ;;
         --frames)

@@ -3,6 +3,7 @@
 #include <QStringList>
 #include <optional>
 
+#include "beltpack/record.h"
 #include "link/qt_event_loop.h"
 #include "link/qt_serial_port.h"
 #include "link/qt_settings_store.h"
@@ -72,6 +73,31 @@ private:
     QString problem_;
 };
 
+/// A record of what is read and written, where the request asks for one.
+class KeptRecord {
+public:
+    /// Throws Failure where no folder is named.
+    KeptRecord(const Request& request, const NamedPort& named, TransferLog& transfers) {
+        if (!request.has("--record"))
+            return;
+        if (request.value("--record").isEmpty())
+            throw Failure(Status::wrongUse, QStringLiteral("--record needs DIR after it."));
+        record_.emplace(request.value("--record"), [this](const QString& problem) { problem_ = problem; });
+        transfers.onEnd([this](const TransferEntry& entry) { record_->keep(entry); },
+                        [port = named.name.toStdString()] { return port; });
+    }
+    /// Waits for the disk. What has become of the record; empty for nothing.
+    QString finish() {
+        if (record_)
+            record_->finish();
+        return problem_;
+    }
+
+private:
+    QString problem_;
+    std::optional<Record> record_;
+};
+
 }  // namespace
 
 Result runJob(const UnitJob& job, PlainWindow& window) {
@@ -95,8 +121,10 @@ Result runOnPort(const Request& request, const UnitJob& job, int& stopSignal) {
     TracedLine line(request, named, loop);
     Progress progress;
     PlainWindow window(line.port(), loop, [&progress](const QString& text) { progress.show(text); });
+    KeptRecord record(request, named, window.transfers);
     const StopSignals signals([&](int number) {
         stopSignal = number;
+        window.transfers.interrupt();
         window.link.closePort();
     });
     open(line.port(), named);
@@ -107,8 +135,13 @@ Result runOnPort(const Request& request, const UnitJob& job, int& stopSignal) {
     else
         stopSignal = 0;       // it came too late to change anything
     window.link.closePort();  // so that the trace has an end
-    if (!line.problem().isEmpty())
-        result.problem = QStringList({result.problem, line.problem()}).join(QLatin1Char(' '));
+    const QString unkept = record.finish();
+    if (!unkept.isEmpty() && result.status == Status::done)
+        result.status = Status::file;
+    for (const QString& problem : {line.problem(), unkept}) {
+        if (!problem.isEmpty())
+            result.problem = QStringList({result.problem, problem}).join(QLatin1Char(' '));
+    }
     return result;
 }
 

@@ -68,6 +68,7 @@ Result writeAndCompare(PlainWindow& window, const std::vector<int>& written,
     const Values found = valuesOf(before);
     window.console.clear();
     window.heard.clear();
+    const TransferLog::Reread reread(window.transfers);
     operation();
     Values wanted = found;
     for (const int record : written)

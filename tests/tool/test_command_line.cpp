@@ -83,7 +83,8 @@ void TestCommandLine::refused_data() {
     row("reed", "\"reed\" is no command; there are " + all + ".");
     row("\"\"", "\"\" is no command; there are " + all + ".");
     row("read --file a", "There is no option --file; quorvex-tool --help lists what there is.");
-    row("read --dry-run", "read does not take --dry-run; it takes --port, --trace, --json, --help.");
+    row("read --dry-run",
+        "read does not take --dry-run; it takes --port, --trace, --record, --json, --help.");
     row("check a.bpc --port COM1", "check does not take --port; it takes --json, --help.");
     row("read --port", "--port needs PORT[,PORT...] after it.");
     row("read --json=yes", "--json takes no value.");

@@ -306,7 +306,7 @@ void TestToolProgram::helpAndVersion() {
     const auto help = tool_->run("--help");
     QCOMPARE(help.status, 0);
     QVERIFY(help.out.startsWith(
-        "Usage: quorvex-tool [--port PORT[,PORT...]] [--json] [--trace FILE] COMMAND ...\n"));
+        "Usage: quorvex-tool [--port PORT[,PORT...]] [--json] [--trace FILE] [--record DIR] COMMAND ...\n"));
     QCOMPARE(tool_->run("write --help").out, tool::helpText(&tool::commandTable()[2]));
     QCOMPARE(tool_->run("--version").out, "quorvex-tool " QUORVEX_VERSION "\n");
 }
