@@ -50,6 +50,7 @@ FrmMain::FrmMain(Machine machine)
       console_(*statusLine_),
       link_(machine.port, machine.loop, console_),
       portChoice_(link_, machine.port, machine.store),
+      transfers_(link_),
       beltpackPage_(new BeltpackPage(link_, image_)),
       antennaPage_(new AntennaPage(link_)),
       rfModule_(machine.store,
@@ -58,6 +59,7 @@ FrmMain::FrmMain(Machine machine)
       startup_(portChoice_, rfModule_, *this),
       calibRun_(link_, rfModule_, *this) {
     setObjectName(QStringLiteral("FrmMain"));
+    image_.keepLog(&transfers_);
     setWindowTitle(fromLatin1(kProgramTitle));
     setWindowIcon(programIcon());
     buildMenus();
@@ -114,6 +116,11 @@ void FrmMain::portLost() {
 void FrmMain::showPortLabel(const std::string& text) {
     labelComPort_->tell(fromLatin1(text), port_.isOpen() ? PortLabel::State::open : PortLabel::State::notOpen,
                         portHover());
+}
+
+std::string FrmMain::portName() const {
+    const int number = portChoice_.lastOpened();
+    return number == 0 ? std::string() : "COM" + std::to_string(number);
 }
 
 QString FrmMain::portHover() const {

@@ -7,6 +7,7 @@
 #include "app/port_label.h"
 #include "app/startup.h"
 #include "beltpack/settings_image.h"
+#include "beltpack/transfer_log.h"
 #include "calibration/calib_run.h"
 #include "calibration/form_rf_module.h"
 #include "calibration/rf_module.h"
@@ -35,6 +36,10 @@ public:
     void portLost();
     /// The line that the window's operations share.
     CommandLink& link() { return link_; }
+    /// What becomes of reads and writes of Beltpacks.
+    TransferLog& transfers() { return transfers_; }
+    /// The port last opened, "COM1"; empty before.
+    std::string portName() const;
     /// The program ends: a unit in calibration mode is told to leave it first.
     void closePort() { link_.closePort(); }
 
@@ -59,6 +64,7 @@ private:
     CommandLink link_;
     PortChoice portChoice_;
     SettingsImage image_;
+    TransferLog transfers_;
     BeltpackPage* beltpackPage_;
     AntennaPage* antennaPage_;
     RfModule rfModule_;

@@ -1,10 +1,14 @@
 #include <QApplication>
+#include <QTimer>
+#include <atomic>
+#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <optional>
 
 #include "app/end_signals.h"
 #include "app/frm_main.h"
+#include "beltpack/record.h"
 #include "form/guard.h"
 #include "form/message_box.h"
 #include "link/qt_event_loop.h"
@@ -34,6 +38,47 @@ struct Trace {
     quorvex::TracePort port;
 };
 
+/// In front of no operation, which could not end behind the box.
+void tellBetweenOperations(quorvex::FrmMain& window, const QString& text) {
+    constexpr std::chrono::milliseconds kLookAgain{100};
+    if (window.link().isBusy())
+        QTimer::singleShot(kLookAgain, &window, [&window, text] { tellBetweenOperations(window, text); });
+    else
+        quorvex::showMessageBox(text.toStdString(), quorvex::Icon::critical);
+}
+
+/// Reads and writes of Beltpacks are kept in a folder.
+class WindowRecord {
+public:
+    WindowRecord(quorvex::FrmMain& window, const QString& folder)
+        : window_(window), record_(folder, [this](const QString& text) { tell(text); }) {
+        window.transfers().onEnd([this](const quorvex::TransferEntry& entry) { record_.keep(entry); },
+                                 [&window] { return window.portName(); });
+    }
+    ~WindowRecord() { finish(); }
+    WindowRecord(const WindowRecord&) = delete;
+    WindowRecord& operator=(const WindowRecord&) = delete;
+
+    /// The window is to go.
+    void finish() {
+        isEnd_ = true;
+        record_.finish();
+    }
+
+private:
+    void tell(const QString& text) {
+        if (isEnd_)
+            std::fprintf(stderr, "quorvex-config: %s\n", qUtf8Printable(text));
+        else
+            QMetaObject::invokeMethod(
+                &window_, [this, text] { tellBetweenOperations(window_, text); }, Qt::QueuedConnection);
+    }
+
+    quorvex::FrmMain& window_;
+    std::atomic<bool> isEnd_ = false;
+    quorvex::Record record_;
+};
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -47,6 +92,9 @@ int main(int argc, char** argv) {
     if (const QByteArray path = qgetenv("QUORVEX_TRACE"); !path.isEmpty())
         trace.emplace(port, loop, path.toStdString());
     quorvex::FrmMain window({trace ? trace->port : static_cast<quorvex::SerialPort&>(port), loop, store});
+    std::optional<WindowRecord> record;
+    if (const QString folder = qEnvironmentVariable("QUORVEX_RECORD"); !folder.isEmpty())
+        record.emplace(window, folder);
     port.onLost([&] {
         if (trace)
             trace->port.lost();
@@ -54,7 +102,10 @@ int main(int argc, char** argv) {
     });
     store.onFailure([](const std::string& text) { quorvex::showMessageBox(text, quorvex::Icon::critical); });
     quorvex::setProgramEnd([&](int status) {
+        window.transfers().interrupt();
         window.closePort();
+        if (record)
+            record->finish();
         std::fflush(nullptr);
 #ifdef __SANITIZE_ADDRESS__
         __lsan_do_leak_check();  // which _Exit leaves out
