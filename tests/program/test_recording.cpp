@@ -29,6 +29,7 @@ private Q_SLOTS:
     void failedRead();
     void endInAWrite();
     void cannotBeKept();
+    void toldBetweenOperations();
     void slowDisk();
 
 private:
@@ -108,6 +109,25 @@ void TestRecording::cannotBeKept() {
     click("CommandRdSettingsBp", kFound);
     click("CommandWrite", kLeft);
     QCOMPARE(bench_->program().box(), "");
+}
+
+// What cannot be kept comes to light in the middle of a write, which must not end behind the box.
+void TestRecording::toldBetweenOperations() {
+    QVERIFY(QDir().mkpath(record("journal.csv")));
+    QLockFile held(record("record.lock"));
+    QVERIFY(held.tryLock());
+    bench_->plugIn(1, kRecorded + QStringList({"--pace", "19200"}));
+    QVERIFY(bench_->start());
+    click("CommandRdSettingsBp", kFound);
+    bench_->program().click("CommandWrite");
+    QTRY_VERIFY_WITH_TIMEOUT(bench_->unit().received().contains("# 024430        "), kRecordLimitMs);
+    held.unlock();
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().text("LblStatus"), kLeft, kRecordLimitMs);
+    QTRY_COMPARE_WITH_TIMEOUT(bench_->program().box(),
+                              "critical \"Quorvex Config\" [OK]: The record is not kept. " +
+                                  record("journal.csv") + ": It is no ordinary file.",
+                              kRecordLimitMs);
+    bench_->program().clickOk();
 }
 
 // Reads and writes go on while the disk does not answer, and the end waits no more than a few seconds.
