@@ -12,6 +12,8 @@
 #ifdef Q_OS_LINUX
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
+#include <sys/sysmacros.h>
 #include <termios.h>
 #endif
 
@@ -50,6 +52,20 @@ void letLeave(qintptr handle) {
 bool isAbsentUart(const QString& name) {
     QFile type(QStringLiteral("/sys/class/tty/%1/type").arg(name));
     return type.open(QIODevice::ReadOnly) && type.readAll().trimmed() == "0";
+}
+
+bool isNoSerialPort(const QString& path) {
+    struct stat facts {};
+    if (stat(QFile::encodeName(path).constData(), &facts) != 0)
+        return false;
+    if (!S_ISCHR(facts.st_mode))
+        return true;
+    // The system knows of what kind its devices are; of pseudo-terminals it says nothing.
+    const QString kind = QFileInfo(QFile::symLinkTarget(QStringLiteral("/sys/dev/char/%1:%2/subsystem")
+                                                            .arg(major(facts.st_rdev))
+                                                            .arg(minor(facts.st_rdev))))
+                             .fileName();
+    return !kind.isEmpty() && kind != QLatin1String("tty");
 }
 
 namespace {
@@ -171,6 +187,10 @@ std::optional<bool> isHungUp(qintptr) {
 void letLeave(qintptr) {}
 
 bool isAbsentUart(const QString&) {
+    return false;
+}
+
+bool isNoSerialPort(const QString&) {
     return false;
 }
 

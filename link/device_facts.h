@@ -19,6 +19,9 @@ void letLeave(qintptr handle);
 /// Whether `name` ("ttyS3") is the device node of a UART that this machine does not have.
 bool isAbsentUart(const QString& name);
 
+/// Whether what is at `path` is known to be no serial port: a file, a folder, a device of another kind.
+bool isNoSerialPort(const QString& path);
+
 /// The adapter that a serial device belongs to: "Maker Product, serial number 123", what of it is known;
 /// empty where it is not on one. `system` is where the operating system tells of its devices.
 QString adapterOf(const QString& path, const QString& system = QStringLiteral("/sys"));

@@ -62,6 +62,8 @@ PortState stateOf(const PortDevice& device, [[maybe_unused]] DeviceUsers& users)
     if (device.path.isEmpty())
         return {
             device, Kind::absent, QStringLiteral("Absent: connect the adapter, or choose another port."), {}};
+    if (isNoSerialPort(device.path))
+        return {device, Kind::noSerialPort, QStringLiteral("No serial port: choose another one."), {}};
     const QString adapter = adapterOf(device.path);
 #ifndef Q_OS_WIN
     const QFileInfo info(device.path);

@@ -18,7 +18,7 @@ struct PortDevice {
 
 /// What a look at a port finds.
 struct PortState {
-    enum class Kind { free, absent, noRights, inUse };
+    enum class Kind { free, absent, noSerialPort, noRights, inUse };
 
     PortDevice device;
     Kind kind = Kind::free;

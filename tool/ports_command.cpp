@@ -18,6 +18,8 @@ QString wordFor(PortState::Kind kind) {
             return QStringLiteral("free");
         case PortState::Kind::absent:
             return QStringLiteral("absent");
+        case PortState::Kind::noSerialPort:
+            return QStringLiteral("no port");
         case PortState::Kind::noRights:
             return QStringLiteral("no rights");
         case PortState::Kind::inUse:

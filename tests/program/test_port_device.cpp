@@ -29,6 +29,7 @@ private Q_SLOTS:
     void staleLock();
     void noRights();
     void otherwise();
+    void noSerialPort();
     void allAtOnce();
     void states();
     void byPath();
@@ -104,6 +105,12 @@ void TestPortDevice::noRights() {
 void TestPortDevice::otherwise() {
     QCOMPARE(findPortDevice(1).description("Closed."), device() + "\nClosed.");
     QVERIFY(findPortDevice(2).description("Closed.").contains("\nAbsent: "));
+}
+
+void TestPortDevice::noSerialPort() {
+    QVERIFY(QFile::link("/dev/null", bench_->portLink(2)));
+    QCOMPARE(findPortDevice(2).description(), "/dev/null\nNo serial port: choose another one.");
+    QVERIFY(lookAtPorts(2)[1].kind == PortState::Kind::noSerialPort);
 }
 
 void TestPortDevice::allAtOnce() {

@@ -78,6 +78,7 @@ void TestCompletion::words_data() {
     QTest::newRow("another port") << "--port COM2,COM1"
                                   << QStringList({"COM2,COM1", "COM2,COM10", "COM2,COM11", "COM2,COM12"});
     QTest::newRow("another device") << "--port COM2,/dev/nul" << QStringList("COM2,/dev/null");
+    QTest::newRow("a folder") << "read --record /dev/sh" << QStringList("/dev/shm");
     QTest::newRow("a number") << "screen --frames " << QStringList();
     QTest::newRow("an option before any command") << "--v" << QStringList("--version");
 }

@@ -163,8 +163,13 @@ void TestToolProgram::portCannotBeOpened_data() {
                             << "Absent: connect the adapter, or choose another port.";
     QTest::newRow("absent path") << "/dev/none"
                                  << "/dev/none: Absent: connect the adapter, or choose another port.";
-    QTest::newRow("no serial port") << "/etc/passwd"
-                                    << "/etc/passwd";
+    const QString other = ": No serial port: choose another one.";
+    QTest::newRow("file") << "/etc/passwd"
+                          << "/etc/passwd" + other;
+    QTest::newRow("folder") << "/etc"
+                            << "/etc" + other;
+    QTest::newRow("other device") << "/dev/null"  // which some program always has open
+                                  << "/dev/null" + other;
 }
 
 void TestToolProgram::portCannotBeOpened() {
