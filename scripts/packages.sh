@@ -4,6 +4,7 @@
 # Qt's platform plugins (offscreen, xcb) and Qt Test come with qt6-base-dev, a font with fontconfig, which
 # Qt's graphics need; so none of them is named here, even where recommended packages are left out.
 BUILD_PACKAGES=(g++ cmake ninja-build qt6-base-dev qt6-serialport-dev)
+TEST_PACKAGES=(python3)
 VIRTUAL_DISPLAY_PACKAGES=(xvfb)
 WAYLAND_PACKAGES=(qt6-wayland)
 ICON_PACKAGES=(librsvg2-bin)
@@ -14,6 +15,8 @@ SHEET_PACKAGES=(imagemagick)
 DESKTOP_PACKAGES=(appstream desktop-file-utils man-db)
 DEBIAN_PACKAGES=(dpkg-dev lintian)
 CHROOT_PACKAGES=(mmdebstrap)
+MANUAL_PACKAGES=(asciidoctor ruby-asciidoctor-pdf python3)
+PICTURE_PACKAGES=(optipng)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
