@@ -72,7 +72,7 @@ def snippets():
     for path in pages():
         name = str(path.relative_to(ROOT))
         found += [(name, commands(block)) for block in blocks(path)]
-        text = "" if path.name == "texts.adoc" else re.sub(r"```.*?```|----\n.*?----\n", "", path.read_text(), flags=re.S)
+        text = re.sub(r"```.*?```|----\n.*?----\n", "", path.read_text(), flags=re.S)
         found += [(name, [code]) for code in re.findall(r"`([^`\n]+)`", text) if PROGRAM.match(code)]
     return found
 
@@ -130,8 +130,9 @@ class Scratch:
     def run(self, lines):
         """Runs the lines of a snippet; returns what went wrong, nothing where all went well."""
         script = "\n".join(lines).replace("/tmp/", f"{self.path}/")
-        ended = subprocess.run(["bash", "-e", "-c", script], cwd=self.path, env=self.environment, text=True, timeout=LIMIT_S,
-                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT)
+        ended = subprocess.run(["bash", "-e", "-c", script], cwd=self.path, env=self.environment, text=True,
+                               stdin=subprocess.DEVNULL, stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                               timeout=LIMIT_S)
         return "" if ended.returncode == 0 else f"exit status {ended.returncode}\n{ended.stdout}"
 
     def run_until_stopped(self, lines):
