@@ -16,7 +16,7 @@ DESKTOP_PACKAGES=(appstream desktop-file-utils man-db)
 DEBIAN_PACKAGES=(dpkg-dev lintian)
 CHROOT_PACKAGES=(mmdebstrap)
 MANUAL_PACKAGES=(asciidoctor ruby-asciidoctor-pdf python3)
-PICTURE_PACKAGES=(optipng)
+PICTURE_PACKAGES=(optipng fonts-dejavu-core)
 
 is_installed() {
     dpkg-query -W -f '${db:Status-Status}\n' "$1" 2>/dev/null | grep -qx installed
