@@ -25,12 +25,12 @@ files() {
         -path /var/lib/apt -o -path /var/lib/dpkg -o -path /var/log \) -prune -o -print | LC_ALL=C sort
 }
 
-# until COMMAND...: waits for it to succeed.
+# until_true COMMAND...: waits for it to succeed.
 until_true() {
     local end=$((SECONDS + LIMIT_S))
     until "$@"; do
         ((SECONDS < end)) || fail "$* did not come true within $LIMIT_S s."
-        read -r -t 0.1 <> <(:) || true
+        sleep 0.1
     done
 }
 
