@@ -47,7 +47,7 @@ void ComSelect::paintEvent(QPaintEvent* event) {
 
 void ComSelect::describeItems() {
     int index = 0;
-    for (const QString& description : describePorts(comboCom_->count()))
+    for (const QString& description : describePorts(comboCom_->count(), choice_.openNumber()))
         comboCom_->setItemData(index++, description, Qt::ToolTipRole);
 }
 

@@ -89,7 +89,7 @@ int main(int argc, char** argv) {
     quorvex::QtSerialPort port;
     quorvex::QtSettingsStore store;
     std::optional<Trace> trace;
-    if (const QByteArray path = qgetenv("QUORVEX_TRACE"); !path.isEmpty())
+    if (const QString path = qEnvironmentVariable("QUORVEX_TRACE"); !path.isEmpty())
         trace.emplace(port, loop, path.toStdString());
     quorvex::FrmMain window({trace ? trace->port : static_cast<quorvex::SerialPort&>(port), loop, store});
     std::optional<WindowRecord> record;

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "link/open_file.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -19,11 +20,7 @@ FileNumberOne::~FileNumberOne() {
 }
 
 void FileNumberOne::open(const std::filesystem::path& path, const char* mode) {
-#ifdef _WIN32
-    file_ = _wfopen(path.c_str(), std::filesystem::path(mode).c_str());
-#else
-    file_ = std::fopen(path.c_str(), mode);
-#endif
+    file_ = openFile(path, mode);
     if (!file_)
         throw RuntimeFault::fileAccess();
 }

@@ -1,6 +1,7 @@
 #include "beltpack/settings_file.h"
 
 #include "link/number_text.h"
+#include "link/open_file.h"
 #include "link/runtime_fault.h"
 
 namespace quorvex {
@@ -8,10 +9,6 @@ namespace quorvex {
 namespace {
 
 constexpr const char* kFilter = "Beltpack Config Files (*.bpc)|*.bpc|All Files (*.*)|*.*";
-
-std::filesystem::path pathOf(const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
-}
 
 }  // namespace
 
@@ -66,7 +63,7 @@ void SettingsFile::CommandSave_Click() {
 void SettingsFile::save(const std::string& path) {
     if (image_.isBeingFilled())
         throw RuntimeFault::fileAccess();  // half of it would be blank
-    file_.openForOutput(pathOf(path));
+    file_.openForOutput(pathOfUtf8(path));
     for (const std::string& line : settingsLines(image_))
         file_.writeLine(line);
     file_.close();
@@ -87,7 +84,7 @@ void SettingsFile::CommandRead_Click() {
 
 void SettingsFile::load(const std::string& path) {
     std::string systemIdProblem;
-    file_.openForInput(pathOf(path));
+    file_.openForInput(pathOfUtf8(path));
     if (readSettings(file_, image_)) {
         systemIdProblem = refreshWindow();
     } else {

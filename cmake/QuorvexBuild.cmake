@@ -15,11 +15,15 @@ if(QUORVEX_FUZZ)
   add_link_options(-fsanitize=address,undefined)
 endif()
 
-# quorvex_tests(LABEL unit|window|bench-top CLASSES <class>... [SUFFIX <suffix>] [TIMEOUT <s>])
+# quorvex_tests(LABEL unit|window|bench-top|soak CLASSES <class>... [SUFFIX <suffix>] [TIMEOUT <s>] [ON_UNIX])
 # Adds test classes to the test program of the folder that calls it. TestNumberText stands in test_number_text.cpp
-# and is the CTest entry <folder>_number_text<suffix>, a process of its own.
+# and is the CTest entry <folder>_number_text<suffix>, a process of its own. ON_UNIX: they need what only Unix has, as
+# the pseudo-terminals of a bench-top and of the soak, and are left out elsewhere.
 function(quorvex_tests)
-  cmake_parse_arguments(T "" "LABEL;SUFFIX;TIMEOUT" "CLASSES" ${ARGN})
+  cmake_parse_arguments(T "ON_UNIX" "LABEL;SUFFIX;TIMEOUT" "CLASSES" ${ARGN})
+  if(NOT UNIX AND (T_ON_UNIX OR T_LABEL MATCHES "^(bench-top|soak)$"))
+    return()
+  endif()
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 60)
   endif()

@@ -28,6 +28,8 @@ public:
     void open(int number);
     /// The port that was opened last, or could not be; 0 before the first.
     int lastOpened() const { return lastOpened_; }
+    /// The port that is open; 0 for none.
+    int openNumber() const { return port_.isOpen() ? lastOpened_ : 0; }
 
     /// OK in the dialog with item `index` (-1: none) selected. True: port opened and stored, the dialog
     /// closes. False: the operator has been told, the port is closed, nothing is stored.

@@ -5,6 +5,9 @@
 
 namespace quorvex {
 
+// Each system finds and looks at ports in a way of its own: port_device_linux.cpp and
+// port_device_windows.cpp.
+
 /// The device behind a port number.
 struct PortDevice {
     QString path;   ///< links resolved; empty when there is no such device
@@ -26,14 +29,19 @@ struct PortState {
     QString adapter;  ///< maker, product and serial number as the system knows them; may be empty
 };
 
-/// The device at a path, such as "/dev/ttyUSB0".
+/// The state of a device that is not there.
+PortState absentPort(const PortDevice& device);
+
+/// The device at a path, such as "/dev/ttyUSB0"; on Windows by its name.
 PortDevice portDeviceAt(const QString& path);
 /// COM`number` on this machine: the link of that name in the folder $QUORVEX_PORTS if that variable is set
 /// (nothing else is tried then), else in /dev/quorvex, else the n-th serial port found. "COMn" on Windows.
 PortDevice findPortDevice(int number);
-/// COM1 to COM`highest`, in order. Looks through ports and processes once for all of them.
-std::vector<PortState> lookAtPorts(int highest);
+PortState lookAtPort(const PortDevice& device);
+/// COM1 to COM`highest`, in order. Looks through ports and processes once for all of them. `own`: the number
+/// of the port that this program has open, 0 for none; it counts as free.
+std::vector<PortState> lookAtPorts(int highest, int own = 0);
 /// Their descriptions.
-std::vector<QString> describePorts(int highest);
+std::vector<QString> describePorts(int highest, int own = 0);
 
 }  // namespace quorvex

@@ -49,7 +49,7 @@ void QtSerialPort::close() {
     if (!port_.isOpen())
         return;
     // Closing puts the device's former speed back at once; the last line must have left by then.
-    letLeave(port_.handle());
+    letLeave(port_);
     port_.close();
 }
 
@@ -62,7 +62,7 @@ std::size_t QtSerialPort::waiting() {
         return 0;
     // What has arrived since the last event is still with the system.
     if (port_.bytesAvailable() == 0 && !port_.waitForReadyRead(0) && isOpen() &&
-        isHungUp(port_.handle()).value_or(false))
+        isHungUp(port_).value_or(false))
         lose();
     return isOpen() ? static_cast<std::size_t>(port_.bytesAvailable()) : 0;
 }
@@ -98,7 +98,7 @@ void QtSerialPort::failed(QSerialPort::SerialPortError error) {
     if (error != QSerialPort::ReadError && error != QSerialPort::ResourceError &&
         error != QSerialPort::WriteError)
         return;
-    if (!isHungUp(port_.handle()).value_or(true)) {
+    if (!isHungUp(port_).value_or(true)) {
         // Something to be read was announced and then dropped, or the device takes no more just now. The
         // toolkit stops listening after that; to be asked for a character makes it listen again.
         char none = 0;

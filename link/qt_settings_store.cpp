@@ -1,75 +1,52 @@
 #include "link/qt_settings_store.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QSettings>
-#include <QStandardPaths>
 #include <utility>
 
 #include "link/qt_text.h"
+#include "link/settings_place.h"
 
 namespace quorvex {
 
 namespace {
 
-#ifdef Q_OS_WIN
-constexpr auto kFormat = QSettings::NativeFormat;
-#else
-constexpr auto kFormat = QSettings::IniFormat;
-#endif
-
 QString settingKey(std::string_view key) {
     return QStringLiteral("Settings/") + fromLatin1(key);
 }
 
-/// What stands where the settings or their lock are kept and is no ordinary file, so that to open it may wait
-/// without end, or lose what it is; empty when nothing does.
-QString inTheWay() {
-#ifndef Q_OS_WIN
-    for (const char* ending : {"", ".lock"}) {
-        const QFileInfo info(QtSettingsStore::location() + QLatin1String(ending));
-        if ((info.exists() || info.isSymLink()) && !info.isFile())
-            return info.filePath();
-    }
-#endif
-    return {};
+/// As text, whatever kind of value it was stored as.
+std::string textOf(const QVariant& stored) {
+    // A text with commas comes back as its pieces.
+    if (stored.typeId() == QMetaType::QStringList)
+        return toLatin1(stored.toStringList().join(QLatin1Char(',')));
+    return toLatin1(stored.toString());
 }
 
 }  // namespace
 
 QString QtSettingsStore::location() {
-#ifdef Q_OS_WIN
-    return QStringLiteral("HKEY_CURRENT_USER\\Software\\QuorvexCfg");
-#else
-    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
-           QStringLiteral("/QuorvexCfg.conf");
-#endif
+    return settings_place::location();
 }
 
 std::string QtSettingsStore::get(std::string_view key, std::string_view byDefault) const {
-    if (const QString thing = inTheWay(); !thing.isEmpty()) {
+    if (const QString thing = settings_place::inTheWay(); !thing.isEmpty()) {
         if (!std::exchange(unreadableTold_, true))
             tell_("The settings cannot be read: " + thing.toStdString() + " is no ordinary file.");
         return std::string(byDefault);
     }
-    QSettings settings(location(), kFormat);
+    QSettings settings(location(), settings_place::format());
     settings.sync();  // another program may have written since
     const QVariant stored = settings.value(settingKey(key));
-    if (!stored.isValid())
-        return std::string(byDefault);
-    // A text with commas comes back as its pieces.
-    return toLatin1(stored.toStringList().join(QLatin1Char(',')));
+    return stored.isValid() ? textOf(stored) : std::string(byDefault);
 }
 
 void QtSettingsStore::save(std::string_view key, std::string_view text) {
-    if (const QString thing = inTheWay(); !thing.isEmpty()) {
+    if (const QString thing = settings_place::inTheWay(); !thing.isEmpty()) {
         tell_("The settings could not be saved.\r\n" + thing.toStdString() + " is no ordinary file.");
         return;
     }
-#ifndef Q_OS_WIN
-    QDir().mkpath(QFileInfo(location()).absolutePath());
-#endif
-    QSettings settings(location(), kFormat);
+    settings_place::makeRoom();
+    QSettings settings(location(), settings_place::format());
     const QVariant before = settings.value(settingKey(key));
     settings.setValue(settingKey(key), fromLatin1(text));
     settings.sync();

@@ -8,6 +8,8 @@
 #include <system_error>
 #include <utility>
 
+#include "link/open_file.h"
+
 namespace quorvex {
 
 namespace {
@@ -25,13 +27,13 @@ std::string dateNow() {
 TraceFile::TraceFile(const std::string& path, std::function<void(const std::string&)> tell)
     : path_(path), tell_(std::move(tell)) {
     std::error_code ignored;
-    const std::filesystem::file_status there = std::filesystem::status(path, ignored);
+    const std::filesystem::file_status there = std::filesystem::status(pathOfUtf8(path), ignored);
     // A pipe without a reader would hold up the program, and a device is nobody's to write to.
     if (std::filesystem::exists(there) && !std::filesystem::is_regular_file(there)) {
         tell_("The trace cannot be written: " + path_ + " is no ordinary file.");
         return;
     }
-    file_.reset(std::fopen(path.c_str(), "ae"));
+    file_.reset(openFile(pathOfUtf8(path), "ab"));
     if (!file_)
         tell_("The trace " + path_ + " cannot be written: " + std::strerror(errno) + ".");
     else

@@ -3,7 +3,7 @@
 #include <QTemporaryDir>
 #include <QTest>
 
-#include "link/device_facts.h"
+#include "link/device_facts_linux.h"
 #include "tests/support/registry.h"
 
 namespace quorvex {

@@ -6,7 +6,7 @@
 #include <array>
 #include <thread>
 
-#include "link/device_facts.h"
+#include "link/device_facts_linux.h"
 #include "tests/support/registry.h"
 
 namespace quorvex {

@@ -8,7 +8,7 @@
 #include <csignal>
 #include <filesystem>
 
-#include "link/device_facts.h"
+#include "link/device_facts_linux.h"
 #include "link/port_device.h"
 #include "tests/support/bench_top.h"
 #include "tests/support/registry.h"

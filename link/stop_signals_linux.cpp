@@ -1,17 +1,14 @@
-#include "link/stop_signals.h"
-
-#include <QSocketNotifier>
-#include <utility>
-
-#ifdef Q_OS_UNIX
 #include <sys/socket.h>
 #include <unistd.h>
+
+#include <QSocketNotifier>
 #include <csignal>
-#endif
+#include <utility>
+
+#include "link/stop_signals.h"
 
 namespace quorvex {
 
-#ifdef Q_OS_UNIX
 namespace {
 int wakeUp[2] = {-1, -1};  ///< a signal handler may do no more than write to one end
 
@@ -20,10 +17,8 @@ void onSignal(int number) {
     [[maybe_unused]] const auto written = write(wakeUp[0], &byte, 1);
 }
 }  // namespace
-#endif
 
-StopSignals::StopSignals([[maybe_unused]] std::function<void(int)> handler) {
-#ifdef Q_OS_UNIX
+StopSignals::StopSignals(std::function<void(int)> handler) {
     if (socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, wakeUp) != 0)
         return;
     connect(new QSocketNotifier(wakeUp[1], QSocketNotifier::Read, this), &QSocketNotifier::activated, this,
@@ -34,7 +29,6 @@ StopSignals::StopSignals([[maybe_unused]] std::function<void(int)> handler) {
             });
     for (const int number : {SIGTERM, SIGINT, SIGHUP})
         std::signal(number, onSignal);
-#endif
 }
 
 }  // namespace quorvex

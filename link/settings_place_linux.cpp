@@ -1,0 +1,31 @@
+#include <QDir>
+#include <QFileInfo>
+#include <QStandardPaths>
+
+#include "link/settings_place.h"
+
+namespace quorvex::settings_place {
+
+QSettings::Format format() {
+    return QSettings::IniFormat;
+}
+
+QString location() {
+    return QStandardPaths::writableLocation(QStandardPaths::GenericConfigLocation) +
+           QStringLiteral("/QuorvexCfg.conf");
+}
+
+QString inTheWay() {
+    for (const char* ending : {"", ".lock"}) {
+        const QFileInfo info(location() + QLatin1String(ending));
+        if ((info.exists() || info.isSymLink()) && !info.isFile())
+            return info.filePath();
+    }
+    return {};
+}
+
+void makeRoom() {
+    QDir().mkpath(QFileInfo(location()).absolutePath());
+}
+
+}  // namespace quorvex::settings_place
