@@ -1,9 +1,8 @@
 #include "beltpack/settings_file.h"
 
-#include <unistd.h>
-
 #include <filesystem>
 #include <fstream>
+#include <random>
 #include <string>
 #include <utility>
 
@@ -28,7 +27,7 @@ class ScratchFile {
 public:
     ScratchFile() {
         const fs::path folder = fs::is_directory("/dev/shm") ? "/dev/shm" : fs::temp_directory_path();
-        path_ = folder / ("quorvex-fuzz-" + std::to_string(getpid()) + ".bpc");
+        path_ = folder / ("quorvex-fuzz-" + std::to_string(std::random_device()()) + ".bpc");
     }
     ~ScratchFile() {
         std::error_code ignored;
