@@ -1,5 +1,6 @@
 #include <QFile>
 #include <QImage>
+#include <QImageReader>
 
 #include "tests/support/bench.h"
 #include "tests/support/registry.h"
@@ -18,6 +19,7 @@ private Q_SLOTS:
     void inTheAboutBox();
     void toInstall_data();
     void toInstall();
+    void forWindows();
 };
 
 void TestIcon::inTheWindow_data() {
@@ -85,6 +87,21 @@ void TestIcon::toInstall() {
     QCOMPARE(picture.size(), QSize(size, size));
     QVERIFY(picture.pixelColor(0, 0).alpha() < 255);  // round corners
     QVERIFY(QFile::exists(QStringLiteral(QUORVEX_ICONS "/scalable/apps/quorvex-config.svg")));
+}
+
+// One file with the same pictures in all sizes.
+void TestIcon::forWindows() {
+    QImageReader all(QUORVEX_ICONS "/../quorvex-config.ico");
+    QStringList sizes;
+    do {
+        const QImage picture = all.read();
+        QVERIFY2(!picture.isNull(), qPrintable(all.errorString()));
+        sizes << QString::number(picture.width());
+        const QString file = QStringLiteral(QUORVEX_ICONS "/%1x%1/apps/quorvex-config.png").arg(sizes.last());
+        QCOMPARE(picture.convertToFormat(QImage::Format_ARGB32_Premultiplied),
+                 QImage(file).convertToFormat(QImage::Format_ARGB32_Premultiplied));
+    } while (all.jumpToNextImage());
+    QCOMPARE(sizes, QStringList({"16", "22", "24", "32", "48", "64", "128", "256"}));
 }
 
 }  // namespace quorvex
