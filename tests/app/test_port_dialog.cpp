@@ -118,9 +118,11 @@ void TestPortDialog::keepsInTheDropDown() {
 void TestPortDialog::hoverTexts() {
     bench_->person.plan([&](QDialog& dialog) {
         for (int i = 0; i < 12; ++i) {
-            const QString device = bench_->noPorts.filePath(QString("COM%1").arg(i + 1));
-            QTRY_COMPARE(hoverTextsOf(dialog)[i],
-                         device + "\nAbsent: connect the adapter, or choose another port.");
+            QString hover = bench_->deviceOf(i + 1);
+            // A port that the program itself has open is not tried.
+            if (i + 1 != 3 || Bench::kPortsAreLinks)
+                hover += "\nAbsent: connect the adapter, or choose another port.";
+            QTRY_COMPARE(hoverTextsOf(dialog)[i], hover);
         }
         QCOMPARE(portsOf(dialog).currentText(), "COM3");
         press(dialog, "CmdCancel");

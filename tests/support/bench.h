@@ -30,7 +30,19 @@ public:
     Bench(const Bench&) = delete;
     Bench& operator=(const Bench&) = delete;
 
-    QTemporaryDir noPorts;  ///< hover texts tell of the machine's own ports otherwise
+    /// Whether a link can stand in for a port. On Windows hover texts tell of the machine's own.
+#ifdef Q_OS_WIN
+    static constexpr bool kPortsAreLinks = false;
+#else
+    static constexpr bool kPortsAreLinks = true;
+#endif
+    QTemporaryDir noPorts;  ///< the folder of the links
+    /// As hover texts name the device of a port.
+    QString deviceOf(int number) const {
+        const QString name = QStringLiteral("COM%1").arg(number);
+        return kPortsAreLinks ? noPorts.filePath(name) : name;
+    }
+
     Journal journal;
     FakeStore store{journal};
     Clock clock;
@@ -45,7 +57,9 @@ public:
     /// Start with a Beltpack of this kind on the wire; nothing else happens, and the journal is empty then.
     sim::Beltpack& startWith(sim::RfModule module);
 
-    FrmMain& window() { return *window_; }
+    FrmMain& window() {
+        return *window_;
+    }
     /// The control of the main window with that name.
     template <typename Control = QWidget>
     Control& control(const QString& name) {
@@ -54,18 +68,28 @@ public:
             qFatal("no control %s", qPrintable(name));
         return *found;
     }
-    void click(const QString& name) { hand::click(control(name)); }
-    void clickMenu(const QString& name) { hand::clickMenuItem(window(), control<QAction>(name)); }
-    void clickTab(const QString& caption) { hand::clickTab(control("SSTab1"), caption); }
+    void click(const QString& name) {
+        hand::click(control(name));
+    }
+    void clickMenu(const QString& name) {
+        hand::clickMenuItem(window(), control<QAction>(name));
+    }
+    void clickTab(const QString& caption) {
+        hand::clickTab(control("SSTab1"), caption);
+    }
 
     /// Text of a field, label or button.
-    QString text(const QString& name) { return control(name).property("text").toString(); }
+    QString text(const QString& name) {
+        return control(name).property("text").toString();
+    }
     /// The status line: "black: text", "red: text", "green: text", or the colour's name if it is another.
     QString status();
     static bool isHourglassUp();
 
     /// What was to be seen when each line went out: "# 0102 | hourglass | black: text".
-    const QStringList& steps() const { return steps_; }
+    const QStringList& steps() const {
+        return steps_;
+    }
 
     /// What the person does once, while the program waits for the reply to the next `line`.
     void duringExchange(const QString& line, std::function<void()> deed) {
@@ -73,7 +97,9 @@ public:
     }
 
     /// The unit on the wire after startWith.
-    sim::Beltpack& beltpack() { return *beltpack_; }
+    sim::Beltpack& beltpack() {
+        return *beltpack_;
+    }
 
 private:
     std::unique_ptr<sim::Beltpack> beltpack_;
