@@ -59,8 +59,6 @@ private Q_SLOTS:
     void badStoredModule();
     void worksWithoutAPort();
     void boxWaitsForTheWindow();
-    void hoverOfThePort_data();
-    void hoverOfThePort();
     void hoverOfALostPort();
 
 private:
@@ -275,45 +273,6 @@ void TestStartupWindow::boxWaitsForTheWindow() {
     QVERIFY(!window.windowHandle()->isExposed());
     window.load();
     QCOMPARE(watch.wasExposed(), std::optional(true));
-}
-
-void TestStartupWindow::hoverOfThePort_data() {
-    QTest::addColumn<bool>("isThere");
-    QTest::addColumn<bool>("opens");
-    QTest::addColumn<QString>("module");  // as stored
-    QTest::addColumn<QString>("hover");   // "%1" is the device
-    const QString why =
-        "Not open: close any other program that uses it, then choose the port again in the menu.";
-    QTest::newRow("open") << true << true << "0"
-                          << "%1";
-    QTest::newRow("there, but not open") << true << false << "0"
-                                         << "%1\n" + why;
-    QTest::newRow("absent") << false << false << "0"
-                            << "%1\nAbsent: connect the adapter, or choose another port.";
-    QTest::newRow("none was tried") << true << false << "abc"
-                                    << "";
-}
-
-// What the label's hover text says of the port, after a failed start as well.
-void TestStartupWindow::hoverOfThePort() {
-    if (!Bench::kPortsAreLinks)
-        QSKIP("the ports are those of the machine");
-    QFETCH(bool, isThere);
-    QFETCH(bool, opens);
-    QFETCH(QString, module);
-    QFETCH(QString, hover);
-    const QString device = bench_->noPorts.filePath(isThere ? "device" : "COM3");
-    if (isThere) {
-        QVERIFY(QFile(device).open(QIODevice::WriteOnly));
-        QVERIFY(QFile::link(device, bench_->noPorts.filePath("COM3")));
-    }
-    bench_->store.put("ComPort", "3");
-    bench_->store.put("RfModule", module.toStdString());
-    bench_->wire.refuse(3, !opens);
-    if (!opens)
-        bench_->person.plan([](QDialog& dialog) { press(dialog, "CmdCancel"); });
-    bench_->start();
-    QCOMPARE(bench_->control("LabelComPort").toolTip(), hover.replace("%1", device));
 }
 
 void TestStartupWindow::hoverOfALostPort() {
