@@ -112,11 +112,12 @@ QString listOf(const std::vector<Option>& options) {
 }
 
 QString helpOfAll() {
-    QString text = QStringLiteral(
-                       "Usage: %1 [--port PORT[,PORT...]] [--json] [--trace FILE] [--record DIR] COMMAND ...\n\n"
-                       "Reads and sets a Quorvex Beltpack or Active Antenna on a serial port.\n\n"
-                       "Commands; %1 COMMAND --help says more and gives an example:\n")
-                       .arg(kProgram);
+    QString text =
+        QStringLiteral(
+            "Usage: %1 [--port PORT[,PORT...]] [--json] [--trace FILE] [--record DIR] COMMAND ...\n\n"
+            "Reads and sets a Quorvex Beltpack or Active Antenna on a serial port.\n\n"
+            "Commands; %1 COMMAND --help says more and gives an example:\n")
+            .arg(kProgram);
     for (const Command& command : commandTable())
         text += listed((command.name + QLatin1Char(' ') + command.arguments).trimmed(), command.purpose);
     return text +
