@@ -8,7 +8,6 @@
 #include "tests/beltpack/file_bench.h"
 #include "tests/support/registry.h"
 #include "tests/support/rows.h"
-#include "tests/support/without_privileges.h"
 
 namespace quorvex {
 
