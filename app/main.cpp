@@ -1,4 +1,5 @@
 #include <QApplication>
+#include <QStyle>
 #include <QTimer>
 #include <atomic>
 #include <chrono>
@@ -84,6 +85,10 @@ private:
 int main(int argc, char** argv) {
     const QApplication application(argc, argv);
     QApplication::setApplicationName(QStringLiteral("quorvex-config"));
+    // The style of Windows draws buttons in colours of its own, on which the caption of the leading one is
+    // not seen.
+    if (QApplication::style()->name() == QLatin1String("windowsvista"))
+        QApplication::setStyle(QStringLiteral("fusion"));
 
     quorvex::QtEventLoop loop;
     quorvex::QtSerialPort port;
