@@ -23,7 +23,7 @@ QTimer& ScreenPage::timer() {
 void ScreenPage::tick() {
     QTimerEvent event(timer().timerId());
     QCoreApplication::sendEvent(&timer(), &event);
-    QCoreApplication::sendPostedEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::MetaCall);  // on Windows other timers are posted, too
 }
 
 void ScreenPage::receive(const QByteArray& bytes) {
