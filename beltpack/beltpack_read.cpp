@@ -94,7 +94,10 @@ void BeltpackRead::readParameters(Operation& operation, Transfer& transfer) {
         } else if (i == SettingsImage::kPsn || !operation.isWanted()) {
             throw RuntimeFault::noReply();
         } else if (isAlone()) {  // a read in this wait has found out whether the unit has it
-            transfer.lacks(i);
+            if (operation.hasHeardPart())
+                transfer.answered(i, {});  // the unit has it
+            else
+                transfer.lacks(i);
             parameter.available = "0";
             parameter.value = kNotAvailable;
             // The name is shown as the field holds it, its trailing blanks too.

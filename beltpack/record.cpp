@@ -144,6 +144,8 @@ void Record::keep(const TransferEntry& entry) {
 }
 
 void Record::finish() {
+    if (std::exchange(isFinished_, true))
+        return;
     if (!work_.finish(kMostWait))
         place_->tellOnce(QStringLiteral("The disk took too long."));
     place_->tellNoMore();

@@ -37,6 +37,7 @@ private:
     class Place;
     std::shared_ptr<Place> place_;
     LateWork work_;
+    bool isFinished_ = false;
 };
 
 }  // namespace quorvex

@@ -119,6 +119,7 @@ std::string Operation::serialGetResponseChars(int limitUnits, int count) {
 }
 
 std::string Operation::givenUp(std::string_view part) {
+    hasHeardPart_ = !part.empty();
     if (link_.listener_)
         link_.listener_->gaveUp(part);
     return std::string(kError);

@@ -78,6 +78,9 @@ public:
     /// The reply of `count` characters to `line`, kError after 2 s of silence.
     std::string exchange(std::string_view line, int count);
 
+    /// Whether some of a reply had come when a reader gave up last.
+    bool hasHeardPart() const { return hasHeardPart_; }
+
 private:
     /// What a reader returns that did not get a whole reply.
     std::string givenUp(std::string_view part);
@@ -88,6 +91,7 @@ private:
     std::uint32_t number_;
     bool hourglass_ = false;
     bool progress_ = false;
+    bool hasHeardPart_ = false;
     std::string leave_;  ///< empty outside a mode
 };
 

@@ -142,6 +142,7 @@ void TestTransferLog::failedRead_data() {
     row("no calibration", "# 013D", "", false, "read, failed, PSN 12345");
     row("pulled", "# 0105", "", true, "read, port lost, PSN 12345");
     row("an echo", "# 0105", "# 0105xx\r\n", false, "read, odd reply, PSN 12345");
+    row("half a reply", "# 0105", "# 028", false, "read, odd reply, PSN 12345");
     row("another parameter's reply", "# 0105", "# 028600\r\n", false, "read, odd reply, PSN 12345");
     row("a PSN that is none", "# 0101", "# 06810044303zzz\r\n", false, "read, odd reply, PSN ");
 }
