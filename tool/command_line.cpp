@@ -68,7 +68,7 @@ Given takeOption(const QStringList& words, qsizetype& at) {
             refuse(QStringLiteral("%1 takes no value.").arg(option.name));
         return {option.name, {}};
     }
-    if (isWhole && at + 1 >= words.size())
+    if (isWhole && (at + 1 >= words.size() || words.at(at + 1).startsWith(QLatin1String("--"))))
         refuse(QStringLiteral("%1 needs %2 after it.").arg(option.name, option.value));
     return {option.name, isWhole ? words.at(++at) : word.mid(equals + 1)};
 }
@@ -88,6 +88,9 @@ void checkOptions(const Request& request) {
 void checkArguments(const Request& request) {
     const Command& command = *request.command;
     const auto count = static_cast<int>(request.arguments.size());
+    if (request.arguments.contains(QString()))
+        refuse(QStringLiteral("%1: \"\" is no name and no value; leave it out, or say what is meant: %2")
+                   .arg(command.name, usageOf(command)));
     if (count < command.fewest)
         refuse(QStringLiteral("%1 needs %2, as in: %3")
                    .arg(command.name, command.arguments, exampleOf(command)));

@@ -36,13 +36,29 @@ Request requestFor(const NamedPort& port, Request request) {
     return request;
 }
 
+/// The same for all names of a file.
+QString fileOf(const QString& name) {
+    const QFileInfo info(name);
+    return info.exists() ? info.canonicalFilePath() : QDir::cleanPath(info.absoluteFilePath());
+}
+
 QStringList filesWritten(const Request& request) {
     QStringList files = request.command->saves ? request.command->saves(request) : QStringList();
     files << request.value("--trace");
     files.removeAll(QString());
     for (QString& file : files)
-        file = QDir::cleanPath(QFileInfo(file).absoluteFilePath());
+        file = fileOf(file);
     return files;
+}
+
+void demandTraceOfItsOwn(const Request& request) {
+    const QString trace = request.value("--trace");
+    for (const QString& argument : request.arguments) {
+        if (!trace.isEmpty() && fileOf(trace) == fileOf(argument))
+            throw Failure(
+                Status::wrongUse,
+                QStringLiteral("--trace: %1 is what the command works on; name another file.").arg(trace));
+    }
 }
 
 QStringList identitiesGiven(const Request& request) {
@@ -78,8 +94,10 @@ QStringList Share::words() const {
 }
 
 std::vector<Share> sharesOf(const Request& request) {
-    if (!request.has("--port"))
+    if (!request.has("--port")) {
+        demandTraceOfItsOwn(request);
         return {{{}, request, request.command->prepare(request)}};
+    }
     const auto ports = portsNamed(request.value("--port").split(QLatin1Char(',')));
     std::vector<QStringList> arguments(ports.size(), request.arguments);
     if (ports.size() > 1 && request.command->deal)
@@ -90,6 +108,8 @@ std::vector<Share> sharesOf(const Request& request) {
         own.arguments = arguments[i];
         shares.push_back({ports[i], requestFor(ports[i], std::move(own)), {}});
     }
+    for (const Share& share : shares)
+        demandTraceOfItsOwn(share.request);
     demandOwn(shares, filesWritten, QStringLiteral("written"),
               QStringLiteral("put {port} into its name, which becomes the name of the port"));
     demandOwn(shares, identitiesGiven, QStringLiteral("set"),

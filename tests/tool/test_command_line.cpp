@@ -87,6 +87,10 @@ void TestCommandLine::refused_data() {
         "read does not take --dry-run; it takes --port, --trace, --record, --json, --help.");
     row("check a.bpc --port COM1", "check does not take --port; it takes --json, --help.");
     row("read --port", "--port needs PORT[,PORT...] after it.");
+    row("read --trace --json", "--trace needs FILE after it.");
+    row("read \"\"",
+        "read: \"\" is no name and no value; leave it out, or say what is meant: quorvex-tool [--port "
+        "PORT[,PORT...]] read [FILE.bpc]");
     row("read --json=yes", "--json takes no value.");
     row("read --json --json", "--json is given twice.");
     row("write", "write needs FILE.bpc, as in: quorvex-tool --port COM1 write workshop.bpc --dry-run");

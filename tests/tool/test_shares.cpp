@@ -94,6 +94,11 @@ void TestShares::refused_data() {
         "the port.";
     row("--port COM1,COM2 read x.bpc", oneFile);
     row("--port COM1,COM2 read --trace x.bpc", oneFile);
+    row("--port COM1 --trace x.bpc write ./x.bpc",
+        "2 --trace: x.bpc is what the command works on; name another file.");
+    row("--trace x.bpc read x.bpc", "2 --trace: x.bpc is what the command works on; name another file.");
+    row("--port COM1,COM2 --trace {port}.x read {port}.x",
+        "2 --trace: COM1.x is what the command works on; name another file.");
     row("--port COM1,COM2 screen x.bmp", QByteArray(oneFile).replace("bpc", "bmp").constData());
     row("--port COM1,COM2 --trace {port}/../x read",
         "2 CWD/x would be written for COM1 and for COM2: put {port} into its name, which becomes the "
