@@ -33,6 +33,7 @@ private Q_SLOTS:
     void noProgressInPipes();
     void progressOnATerminal();
     void outputThatIsNotTaken();
+    void readerThatHasGone();
     void trace();
     void traceThatCannotBeWritten_data();
     void traceThatCannotBeWritten();
@@ -276,6 +277,17 @@ void TestToolProgram::outputThatIsNotTaken() {
     process.setStandardOutputFile("/dev/full");
     process.start(qEnvironmentVariable("QUORVEX_BIN") + "/quorvex-tool", {"show", settings()});
     QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitCode(), 5);
+    QCOMPARE(process.readAllStandardError(), "quorvex-tool: the standard output does not take the result.\n");
+}
+
+void TestToolProgram::readerThatHasGone() {
+    tool_->plugIn(1, {"beltpack"});
+    QProcess process;
+    process.start("bash",
+                  {"-c", "exec 3> >(:); wait $!; \"$QUORVEX_BIN/quorvex-tool\" --port COM1 set pli 27 >&3"});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
     QCOMPARE(process.exitCode(), 5);
     QCOMPARE(process.readAllStandardError(), "quorvex-tool: the standard output does not take the result.\n");
 }
