@@ -46,6 +46,7 @@ QString inQuotes(const std::string& text) {
 void Heard::sent(std::string_view line) {
     exchanges_.emplace_back();
     exchanges_.back().line = line;
+    ++sentLines_;
 }
 
 void Heard::take(std::string_view reply, bool isCutOff) {

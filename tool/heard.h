@@ -26,6 +26,8 @@ public:
     void gaveUp(std::string_view part) override;
 
     void clear() { exchanges_.clear(); }
+    /// How many lines were sent in all.
+    int sentLines() const { return sentLines_; }
     const std::vector<Exchange>& exchanges() const { return exchanges_; }
     /// The reply to the last `line` that was sent; empty when there was none, or no such line.
     std::string replyTo(const std::string& line) const;
@@ -39,6 +41,7 @@ private:
     void take(std::string_view reply, bool isCutOff);
 
     std::vector<Exchange> exchanges_;
+    int sentLines_ = 0;
 };
 
 }  // namespace quorvex::tool

@@ -12,6 +12,7 @@
 #include "link/stop_signals.h"
 #include "link/trace_file.h"
 #include "link/trace_port.h"
+#include "tool/patience.h"
 #include "tool/ports_command.h"
 #include "tool/progress.h"
 
@@ -22,7 +23,13 @@ namespace {
 /// What the window program would open; nothing is stored.
 NamedPort storedPort() {
     try {
-        return portNumbered(QtSettingsStore().number(kComPortKey, "1"));
+        QString problem;
+        QtSettingsStore store;
+        store.onFailure([&problem](const std::string& text) { problem = fromUtf8(text); });
+        const auto number = store.number(kComPortKey, "1");
+        if (!problem.isEmpty())
+            throw Failure(Status::port, QStringLiteral("%1 Say which port: --port COM1.").arg(problem));
+        return portNumbered(number);
     } catch (const RuntimeFault& fault) {
         throw Failure(Status::port,
                       QStringLiteral("%1. Say which port: --port COM1.").arg(fromUtf8(fault.what())));
@@ -127,16 +134,22 @@ Result runOnPort(const Request& request, const UnitJob& job, int& stopSignal) {
         window.transfers.interrupt();
         window.link.closePort();
     });
+    const Patience patience(window.heard, Patience::kLongestExchange, [&] { window.link.closePort(); });
     open(line.port(), named);
     Result result = runJob(job, window);
     result.object.insert(QStringLiteral("port"), named.name);
     if (stopSignal != 0 && result.status == Status::port)
         result.problem = QStringLiteral("Interrupted. ") + window.heard.howFar();
     else
-        stopSignal = 0;       // it came too late to change anything
+        stopSignal = 0;  // it came too late to change anything
+    if (patience.hasEnded() && stopSignal == 0 && result.status == Status::port) {
+        result.status = Status::noAnswer;
+        result.problem =
+            QStringLiteral("The unit keeps sending, but not what was asked. ") + window.heard.howFar();
+    }
     window.link.closePort();  // so that the trace has an end
     const QString unkept = record.finish();
-    if (!unkept.isEmpty() && result.status == Status::done)
+    if (!(unkept.isEmpty() && line.problem().isEmpty()) && result.status == Status::done)
         result.status = Status::file;
     for (const QString& problem : {line.problem(), unkept}) {
         if (!problem.isEmpty())
