@@ -347,11 +347,13 @@ void TestSideBySide::crash() {
 void TestSideBySide::interruptedTooEarly() {
     startAndWaitForTwo("--json --port COM1,COM2 read");
     const pid_t process = startedBy(tool_->process().processId()).firstKey();
+    const auto hasLine = [&](const QByteArray& line) {
+        return SettingsFolder::content(QString("/proc/%1/status").arg(process)).contains(line);
+    };
     signal(process, SIGSTOP);
+    QTRY_VERIFY(hasLine("State:\tT"));  // or the other signal may come before it
     signal(tool_->process().processId(), SIGTERM);
-    const QByteArray pending =
-        "ShdPnd:\t" + QByteArray::number(1 << (SIGTERM - 1), 16).rightJustified(16, '0');
-    QTRY_VERIFY(SettingsFolder::content(QString("/proc/%1/status").arg(process)).contains(pending));
+    QTRY_VERIFY(hasLine("ShdPnd:\t" + QByteArray::number(1 << (SIGTERM - 1), 16).rightJustified(16, '0')));
     signal(process, SIGKILL);
     const auto ended = tool_->end();
     QCOMPARE(ended.status, kInterrupted + SIGTERM);
