@@ -11,6 +11,7 @@
 #include <vector>
 
 #include "beltpack/record.h"
+#include "link/qt_text.h"
 #include "tests/support/registry.h"
 #include "tests/support/small_disk.h"
 #include "tests/support/without_privileges.h"
