@@ -1,7 +1,6 @@
 #include "beltpack/transfer_log.h"
 
 #include <algorithm>
-#include <cctype>
 #include <utility>
 
 #include "beltpack/settings_file.h"
@@ -13,11 +12,6 @@ namespace quorvex {
 namespace {
 
 constexpr const char* kInterrupted = "interrupted";
-
-bool isSame(std::string_view one, std::string_view other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](unsigned char a, unsigned char b) { return std::toupper(a) == std::toupper(b); });
-}
 
 std::string shown(std::string_view value) {
     return value.empty() ? "?" : printable(value);
@@ -125,7 +119,7 @@ std::string TransferLog::outcomeOf(const Facts& facts, const SettingsImage& afte
         const std::string_view held = valueOf(after, record);
         if ((written || facts.isRead) && held.empty())
             return "odd reply";
-        isAsWritten = isAsWritten && (!written || isSame(*written, held));
+        isAsWritten = isAsWritten && (!written || isSameHex(*written, held));
     }
     return isAsWritten ? "done" : "differs";
 }
@@ -136,9 +130,9 @@ std::string TransferLog::differencesOf(const Facts& facts, const SettingsImage& 
         const auto& written = facts.written[static_cast<std::size_t>(record)];
         const std::string_view before = valueOf(facts.before, record);
         const std::string_view held = valueOf(after, record);
-        const bool isAsWritten = !written || isSame(*written, held);
+        const bool isAsWritten = !written || isSameHex(*written, held);
         const bool isKnown = !before.empty() && !held.empty();
-        if ((!written && !isKnown) || (isAsWritten && isSame(before, held)))
+        if ((!written && !isKnown) || (isAsWritten && isSameHex(before, held)))
             continue;
         text += text.empty() ? "" : "; ";
         text += trimmedRight(after[record].name.str());

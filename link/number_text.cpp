@@ -1,5 +1,7 @@
 #include "link/number_text.h"
 
+#include <algorithm>
+#include <cctype>
 #include <charconv>
 #include <cmath>
 #include <limits>
@@ -103,6 +105,11 @@ int OffsetToNibble(int offset) {
 
 bool isHexDigit(char c) {
     return digitValue(c) >= 0;
+}
+
+bool isSameHex(std::string_view one, std::string_view other) {
+    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
+                      [](unsigned char a, unsigned char b) { return std::toupper(a) == std::toupper(b); });
 }
 
 std::uint64_t hexValue(std::string_view text) {

@@ -21,6 +21,8 @@ int OffsetToNibble(int offset);
 /// Ends at the first other character; 0 if there is no digit. Saturates above 64 bits.
 std::uint64_t hexValue(std::string_view text);
 bool isHexDigit(char c);
+/// Whether two hexadecimal texts have the same digits, in whatever case.
+bool isSameHex(std::string_view one, std::string_view other);
 
 /// The leading decimal number of `text`: blanks anywhere are skipped, an optional sign, digits, an optional
 /// fraction. Ends at the first other character; 0 if there is no digit.

@@ -75,7 +75,7 @@ Plan planOf(const WriteOrder& order, const Values& found) {
         if (!isAvailable(order.file[at]))
             continue;
         if (isIdentity(record) && !order.withIdentity) {
-            plan.keepsIdentity = plan.keepsIdentity || !isSameValue(order.file[at], found[at]);
+            plan.keepsIdentity = plan.keepsIdentity || !isSameHex(order.file[at], found[at]);
         } else if (!isAvailable(found[at])) {
             plan.notThere << nameOf(record);
         } else {

@@ -115,7 +115,7 @@ Result set(PlainWindow& window, const Setting& setting, const QString& value, co
         result.problem = QStringLiteral("%1 was sent, but the Beltpack did not tell what it holds now. %2")
                              .arg(nameOf(setting.record),
                                   reply.empty() ? window.heard.howFar() : window.heard.wrongReply());
-    } else if (!isSameValue(held, digits)) {
+    } else if (!isSameHex(held, digits)) {
         result.status = Status::differs;
         result.problem = QStringLiteral("%1: %2 was sent, %3 read back.")
                              .arg(nameOf(setting.record), fromLatin1(digits), shown);

@@ -1,8 +1,5 @@
 #include "tool/values.h"
 
-#include <algorithm>
-#include <cctype>
-
 #include "link/number_text.h"
 #include "link/qt_text.h"
 
@@ -27,11 +24,6 @@ Values valuesOf(const SettingsImage& image) {
     return values;
 }
 
-bool isSameValue(const std::string& one, const std::string& other) {
-    return std::equal(one.begin(), one.end(), other.begin(), other.end(),
-                      [](unsigned char a, unsigned char b) { return std::toupper(a) == std::toupper(b); });
-}
-
 bool isAvailable(const std::string& value) {
     return value != kNotAvailable;
 }
@@ -52,7 +44,7 @@ QString identityOf(int record, const std::string& value) {
 std::vector<Difference> differences(const Values& one, const Values& other) {
     std::vector<Difference> found;
     for (std::size_t i = 0; i < one.size(); ++i) {
-        if (!isSameValue(one[i], other[i]))
+        if (!isSameHex(one[i], other[i]))
             found.push_back({static_cast<int>(i), one[i], other[i]});
     }
     return found;

@@ -15,8 +15,6 @@ namespace quorvex::tool {
 using Values = std::array<std::string, SettingsImage::kParameters>;
 Values valuesOf(const SettingsImage& image);
 
-/// Whether two values are the same, in whatever case their digits are.
-bool isSameValue(const std::string& one, const std::string& other);
 bool isAvailable(const std::string& value);
 
 /// The name of a parameter in the table, as its field holds it, without the blanks at its end.

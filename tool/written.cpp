@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "link/number_text.h"
 #include "link/reply.h"
 #include "tool/plain_window.h"
 #include "tool/units.h"
@@ -27,7 +28,7 @@ ReadBacks readBacksOf(const PlainWindow& window, const std::vector<int>& written
         const std::string data(dataDigits(reply));
         if (reply.empty())
             found.isWhole = false;
-        else if (isAnswerTo(parameter.readLine(), reply) && isSameValue(data, value))
+        else if (isAnswerTo(parameter.readLine(), reply) && isSameHex(data, value))
             found.verified << nameOf(record);
         else
             found.otherwise.push_back({record, value, data});
@@ -39,7 +40,7 @@ ReadBacks readBacksOf(const PlainWindow& window, const std::vector<int>& written
 std::vector<Difference> joined(std::vector<Difference> first, const std::vector<Difference>& later) {
     for (const Difference& each : later) {
         const auto same = std::find_if(first.begin(), first.end(), [&](const Difference& other) {
-            return other.record == each.record && isSameValue(other.other, each.other);
+            return other.record == each.record && isSameHex(other.other, each.other);
         });
         if (same == first.end())
             first.push_back(each);

@@ -40,6 +40,7 @@ private Q_SLOTS:
     void offsetToNibble();
     void offsetsSurviveTheRoundTrip();
     void hexDigits();
+    void sameHex();
     void readsHex_data();
     void readsHex();
     void readsDecimal_data();
@@ -129,6 +130,14 @@ void TestNumberText::hexDigits() {
         const char c = static_cast<char>(value);
         QCOMPARE(isHexDigit(c), digits.contains(c));
     }
+}
+
+void TestNumberText::sameHex() {
+    QVERIFY(isSameHex("1F", "1f"));
+    QVERIFY(isSameHex("", ""));
+    QVERIFY(!isSameHex("1F", "1E"));
+    QVERIFY(!isSameHex("1F", "1F0"));
+    QVERIFY(!isSameHex("1F0", "1F"));
 }
 
 void TestNumberText::readsHex_data() {
