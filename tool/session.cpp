@@ -105,6 +105,22 @@ private:
     std::optional<Record> record_;
 };
 
+void giveUp(Result& result, const Heard& heard) {
+    result.status = Status::noAnswer;
+    result.problem = QStringLiteral("The unit keeps sending, but not what was asked. ") + heard.howFar();
+}
+
+/// What has become of trace and record, behind what has become of the command.
+void tellOfFiles(Result& result, const QString& trace, const QString& record) {
+    for (const QString& problem : {trace, record}) {
+        if (problem.isEmpty())
+            continue;
+        if (result.status == Status::done)
+            result.status = Status::file;
+        result.problem += (result.problem.isEmpty() ? QString() : QStringLiteral(" ")) + problem;
+    }
+}
+
 }  // namespace
 
 Result runJob(const UnitJob& job, PlainWindow& window) {
@@ -129,32 +145,26 @@ Result runOnPort(const Request& request, const UnitJob& job, int& stopSignal) {
     Progress progress;
     PlainWindow window(line.port(), loop, [&progress](const QString& text) { progress.show(text); });
     KeptRecord record(request, named, window.transfers);
-    const StopSignals signals([&](int number) {
-        stopSignal = number;
+    const auto breakOff = [&window] {
         window.transfers.interrupt();
         window.link.closePort();
+    };
+    const StopSignals signals([&](int number) {
+        stopSignal = number;
+        breakOff();
     });
-    const Patience patience(window.heard, Patience::kLongestExchange, [&] { window.link.closePort(); });
+    const Patience patience(window.heard, Patience::kLongestExchange, breakOff);
     open(line.port(), named);
     Result result = runJob(job, window);
     result.object.insert(QStringLiteral("port"), named.name);
-    if (stopSignal != 0 && result.status == Status::port)
-        result.problem = QStringLiteral("Interrupted. ") + window.heard.howFar();
-    else
+    if (result.status != Status::port)
         stopSignal = 0;  // it came too late to change anything
-    if (patience.hasEnded() && stopSignal == 0 && result.status == Status::port) {
-        result.status = Status::noAnswer;
-        result.problem =
-            QStringLiteral("The unit keeps sending, but not what was asked. ") + window.heard.howFar();
-    }
+    else if (stopSignal != 0)
+        result.problem = QStringLiteral("Interrupted. ") + window.heard.howFar();
+    else if (patience.hasEnded())
+        giveUp(result, window.heard);
     window.link.closePort();  // so that the trace has an end
-    const QString unkept = record.finish();
-    if (!(unkept.isEmpty() && line.problem().isEmpty()) && result.status == Status::done)
-        result.status = Status::file;
-    for (const QString& problem : {line.problem(), unkept}) {
-        if (!problem.isEmpty())
-            result.problem = QStringList({result.problem, problem}).join(QLatin1Char(' '));
-    }
+    tellOfFiles(result, line.problem(), record.finish());
     return result;
 }
 
