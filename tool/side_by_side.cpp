@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QJsonArray>
+#include <QMap>
 #include <algorithm>
 #include <array>
 #include <cstdio>
@@ -61,24 +62,16 @@ void attendAll(Sides& sides) {
 }
 
 QString wordFor(int status) {
-    switch (status) {
-        case static_cast<int>(Status::done):
-            return QStringLiteral("done");
-        case static_cast<int>(Status::differs):
-            return QStringLiteral("differs");
-        case static_cast<int>(Status::wrongUse):
-            return QStringLiteral("wrong use");
-        case static_cast<int>(Status::noAnswer):
-            return QStringLiteral("no answer");
-        case static_cast<int>(Status::port):
-            return QStringLiteral("port fault");
-        case static_cast<int>(Status::file):
-            return QStringLiteral("file fault");
-        case static_cast<int>(Status::noResult):
-            return QStringLiteral("no result");
-        default:
-            return QStringLiteral("interrupted");
-    }
+    static const QMap<int, QString> words{
+        {int(Status::done), QStringLiteral("done")},
+        {int(Status::differs), QStringLiteral("differs")},
+        {int(Status::wrongUse), QStringLiteral("wrong use")},
+        {int(Status::noAnswer), QStringLiteral("no answer")},
+        {int(Status::port), QStringLiteral("port fault")},
+        {int(Status::file), QStringLiteral("file fault")},
+        {int(Status::noResult), QStringLiteral("no result")},
+    };
+    return words.value(status, QStringLiteral("interrupted"));
 }
 
 using Cells = std::array<QString, 3>;
