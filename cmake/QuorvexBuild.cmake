@@ -27,7 +27,7 @@ function(quorvex_tests)
   if(NOT T_TIMEOUT)
     set(T_TIMEOUT 60)
   endif()
-  if(QUORVEX_SANITIZE)
+  if(QUORVEX_SANITIZE OR CMAKE_CROSSCOMPILING)  # both slow a test down, the latter by its emulator
     math(EXPR T_TIMEOUT "${T_TIMEOUT} * 4")
   endif()
   cmake_path(GET CMAKE_CURRENT_SOURCE_DIR FILENAME folder)
