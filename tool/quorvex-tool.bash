@@ -5,7 +5,10 @@ _quorvex_tool_command() {
     local i
     for ((i = 1; i < COMP_CWORD; i++)); do
         case ${COMP_WORDS[i]} in
-            --port | --trace | --record | --frames) ((i++)) ;;
+            --port | --trace | --record | --frames)
+                [[ ${COMP_WORDS[i + 1]} != "=" ]] || ((i++)) # bash takes --port=COM1 for three words
+                ((i++))
+                ;;
             -*) ;;
             *)
                 echo "${COMP_WORDS[i]}"
@@ -42,10 +45,19 @@ _quorvex_tool_files() {
 }
 
 _quorvex_tool() {
-    local word=${COMP_WORDS[COMP_CWORD]} command
+    local word=${COMP_WORDS[COMP_CWORD]} previous=${COMP_WORDS[COMP_CWORD - 1]} command
     command=$(_quorvex_tool_command)
     local IFS=$'\n'
-    case ${COMP_WORDS[COMP_CWORD - 1]} in
+    if [[ $word == "=" ]]; then
+        word=
+    elif [[ $previous == "=" ]]; then
+        previous=${COMP_WORDS[COMP_CWORD - 2]}
+    fi
+    case $previous in
+        psn | system-id | pli | rf-carriers)
+            COMPREPLY=() # a value comes next
+            return
+            ;;
         --port)
             local last=${word##*,} # of a list
             local before=${word%"$last"}

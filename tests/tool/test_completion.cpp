@@ -74,6 +74,10 @@ void TestCompletion::words_data() {
     QTest::newRow("what is set") << "set " << QStringList({"pli", "psn", "rf-carriers", "system-id"});
     QTest::newRow("whose version") << "--port COM1 version " << QStringList({"antenna", "beltpack"});
     QTest::newRow("a port") << "--port COM1" << QStringList({"COM1", "COM10", "COM11", "COM12"});
+    QTest::newRow("a port behind =") << "--port = COM1" << QStringList({"COM1", "COM10", "COM11", "COM12"});
+    QTest::newRow("a port right behind =") << "--record =" << offered("--record ");
+    QTest::newRow("a command behind =") << "--port = COM1 ver" << QStringList({"verify", "version"});
+    QTest::newRow("a value") << "set psn " << QStringList();
     QTest::newRow("a device") << "--port /dev/nul" << QStringList("/dev/null");
     QTest::newRow("another port") << "--port COM2,COM1"
                                   << QStringList({"COM2,COM1", "COM2,COM10", "COM2,COM11", "COM2,COM12"});
