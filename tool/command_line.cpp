@@ -132,7 +132,7 @@ QString helpOfAll() {
                "side by side; {port} in arguments and options becomes the name of each. --json prints the\n"
                "result as one JSON object. Results go to the standard output, everything else to the "
                "standard\n"
-               "error output.\n\n"
+               "error output. --version prints the version and ends.\n\n"
                "Exit status: 0 done, 1 verified otherwise or files differ, 2 wrong use, 3 no answer, 4 "
                "port,\n"
                "5 file; interrupted by signal N: 128 + N. Of several ports: the worst.\n");

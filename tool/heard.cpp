@@ -74,7 +74,7 @@ std::string Heard::replyTo(const std::string& line) const {
 QString Heard::wrongReply() const {
     for (const Exchange& exchange : exchanges_) {
         if (const std::string reply = wrongReplyIn(exchange); !reply.empty())
-            return QStringLiteral("What came back for %1 is no answer to it: %2")
+            return QStringLiteral("What came back for %1 is no answer to it: %2.")
                 .arg(inQuotes(exchange.line), inQuotes(reply));
     }
     return {};

@@ -120,8 +120,9 @@ int framesOf(const Request& request) {
 UnitJob prepareScreen(const Request& request) {
     const QString path = request.arguments.at(0);
     if (!path.endsWith(kEnding) || QFileInfo(path).completeBaseName().isEmpty())
-        throw Failure(Status::wrongUse,
-                      QStringLiteral("\"%1\" does not end in %2, as in display%2.").arg(path, kEnding));
+        throw Failure(
+            Status::wrongUse,
+            QStringLiteral("\"%1\" is no name that ends in %2, as display%2 does.").arg(path, kEnding));
     const int frames = framesOf(request);
     demandSavable(path);
     return [path, frames](PlainWindow& window) { return grabScreen(window, path, frames); };

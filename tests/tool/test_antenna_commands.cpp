@@ -93,7 +93,7 @@ void TestAntennaCommands::dataMissing() {
          {}});
     const tool::Result result = bench_->run("antenna");
     QVERIFY(result.status == tool::Status::noAnswer);
-    QCOMPARE(result.problem, "What came back for \"# 0105\" is no answer to it: \"# 0285\"");
+    QCOMPARE(result.problem, "What came back for \"# 0105\" is no answer to it: \"# 0285\".");
 }
 
 void TestAntennaCommands::versions_data() {

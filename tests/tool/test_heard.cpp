@@ -52,7 +52,7 @@ void TestHeard::wrongReply() {
         heard.gotLine(reply.toStdString());
     else
         heard.gotCharacters(reply.toStdString());
-    const QString told = QString("What came back for \"%1\" is no answer to it: \"%2\"").arg(line, reply);
+    const QString told = QString("What came back for \"%1\" is no answer to it: \"%2\".").arg(line, reply);
     QCOMPARE(heard.wrongReply(), isRight ? QString() : told);
 }
 
@@ -97,7 +97,7 @@ void TestHeard::silence() {
     for (const QString& line : lines)
         heard.gotLine(line.toStdString());
     heard.gaveUp(part.toStdString());
-    QCOMPARE(heard.wrongReply().section(": ", 1), wrong.isEmpty() ? "" : '"' + wrong + '"');
+    QCOMPARE(heard.wrongReply().section(": ", 1), wrong.isEmpty() ? "" : '"' + wrong + "\".");
     QCOMPARE(heard.replyTo("# 0107"), std::string());
 }
 

@@ -118,10 +118,11 @@ void TestToolProgram::wrongUse_data() {
                             << "quorvex-tool: \"x\" is no PSN: it takes a decimal number, 0 to 1048575.\n";
     QTest::newRow("no number") << "--port COM1 screen a.bmp --frames 0"
                                << "quorvex-tool: --frames: \"0\" is no number from 1 to 255.\n";
-    QTest::newRow("no bitmap") << "--port COM1 screen a.png"
-                               << "quorvex-tool: \"a.png\" does not end in .bmp, as in display.bmp.\n";
+    QTest::newRow("no bitmap")
+        << "--port COM1 screen a.png"
+        << "quorvex-tool: \"a.png\" is no name that ends in .bmp, as display.bmp does.\n";
     QTest::newRow("no name") << "--port COM1 screen .bmp"
-                             << "quorvex-tool: \".bmp\" does not end in .bmp, as in display.bmp.\n";
+                             << "quorvex-tool: \".bmp\" is no name that ends in .bmp, as display.bmp does.\n";
 }
 
 void TestToolProgram::wrongUse() {
