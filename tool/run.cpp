@@ -12,6 +12,13 @@ namespace quorvex::tool {
 
 namespace {
 
+Result failed(const Failure& failure) {
+    Result result;
+    result.status = failure.status();
+    result.problem = failure.problem();
+    return result;
+}
+
 Result resultOf(const Request& request, int& stopSignal) {
     try {
         if (!request.command->talksToUnit())
@@ -21,10 +28,7 @@ Result resultOf(const Request& request, int& stopSignal) {
             return runSideBySide(shares, stopSignal);
         return runOnPort(shares.front().request, shares.front().job, stopSignal);
     } catch (const Failure& failure) {
-        Result result;
-        result.status = failure.status();
-        result.problem = failure.problem();
-        return result;
+        return failed(failure);
     }
 }
 
@@ -39,9 +43,8 @@ bool print(const QByteArray& text) {
            std::fflush(stdout) == 0 && std::ferror(stdout) == 0;
 }
 
-QByteArray jsonOf(const Request& request, const Result& result, int status) {
+QByteArray jsonOf(const Result& result, int status) {
     QJsonObject object = result.object;
-    object.insert(QStringLiteral("command"), request.command->name);
     object.insert(QStringLiteral("status"), status);
     if (!result.problem.isEmpty())
         object.insert(QStringLiteral("problem"), result.problem.trimmed());
@@ -50,16 +53,22 @@ QByteArray jsonOf(const Request& request, const Result& result, int status) {
     return QJsonDocument(object).toJson(QJsonDocument::Compact) + '\n';
 }
 
-int runCommand(const Request& request) {
-    int stopSignal = 0;
-    const Result result = resultOf(request, stopSignal);
-    const int status = stopSignal != 0 ? kSignalled + stopSignal : static_cast<int>(result.status);
+/// Tells what has come out; returns the exit status.
+int end(const Result& result, int status, bool isJson) {
     if (!result.problem.isEmpty())
         tell(result.problem);
-    if (print(request.has("--json") ? jsonOf(request, result, status) : result.text.toUtf8()))
+    if (print(isJson ? jsonOf(result, status) : result.text.toUtf8()))
         return status;
     tell(QStringLiteral("the standard output does not take the result."));
     return static_cast<int>(Status::file);
+}
+
+int runCommand(const Request& request) {
+    int stopSignal = 0;
+    Result result = resultOf(request, stopSignal);
+    result.object.insert(QStringLiteral("command"), request.command->name);
+    const int status = stopSignal != 0 ? kSignalled + stopSignal : static_cast<int>(result.status);
+    return end(result, status, request.has("--json"));
 }
 
 }  // namespace
@@ -73,8 +82,8 @@ int runTool(const QStringList& words) {
             return print("quorvex-tool " QUORVEX_VERSION "\n") ? 0 : static_cast<int>(Status::file);
         return runCommand(request);
     } catch (const Failure& failure) {
-        tell(failure.problem());
-        return static_cast<int>(failure.status());
+        const bool isJson = words.contains(QStringLiteral("--json"));
+        return end(failed(failure), static_cast<int>(failure.status()), isJson);
     }
 }
 

@@ -132,6 +132,9 @@ void TestToolProgram::wrongUse() {
     QCOMPARE(ended.status, 2);
     QVERIFY2(ended.err.startsWith(told), qPrintable(ended.err));
     QCOMPARE(ended.out, "");
+    const QJsonObject object = tool_->run("--json " + words).object();
+    QCOMPARE(object["status"].toInt(), 2);
+    QCOMPARE("quorvex-tool: " + object["problem"].toString() + "\n", ended.err);
 }
 
 void TestToolProgram::noAnswer() {
