@@ -55,10 +55,10 @@ void openSaveDialog(Visitor& visitor) {
     visitor.click("CommandSave");
     visitor.waitForWindow("CommonDialog1");
     visitor.expect("fileNameEdit", "100000");  // the serial number is proposed
-    visitor.type("fileNameEdit", visitor.file("settings.bpc"));
 }
 
 void saveSettings(Visitor& visitor) {
+    visitor.type("fileNameEdit", visitor.file("settings.bpc"));
     visitor.confirm("CommonDialog1");
     visitor.expect("LblStatus", "Betpack settings saved to file successfully.");
 }
