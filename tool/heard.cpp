@@ -11,8 +11,8 @@ namespace quorvex::tool {
 namespace {
 
 /// A line that no one answers: the unit has no such register, or something else is sent meanwhile.
-bool isNoReply(const std::string& line, const std::string& came) {
-    return came == line || isRefusal(came) || !came.starts_with(line.front());
+bool isNoReply(const std::string& line, std::string_view came) {
+    return came == line || isRefusal(came) || !came.starts_with(line.substr(0, 1));
 }
 
 /// What came back for a line that was read, and is no answer to it; empty for nothing.
@@ -22,15 +22,11 @@ std::string wrongReplyIn(const Heard::Exchange& exchange) {
         return {};
     if (!exchange.part.empty())
         return exchange.part;
-    if (exchange.hasGivenUp) {
-        const auto& came = exchange.replies;
-        const auto wrong = std::find_if_not(came.begin(), came.end(),
-                                            [&](const std::string& reply) { return isNoReply(line, reply); });
-        return wrong == came.end() ? std::string() : *wrong;
-    }
-    if (exchange.replies.empty())
+    if (exchange.hasGivenUp)
+        return exchange.spoken;
+    if (!exchange.reply)
         return {};
-    const std::string& reply = exchange.replies.back();
+    const std::string& reply = *exchange.reply;
     // The radio module is told by six characters: a refusal, or the head of an answer.
     const bool isRight =
         isAnswerTo(line, reply) || isRefusal(reply) || (exchange.isCutOff && isHeadOfAnswerTo(line, reply));
@@ -52,8 +48,11 @@ void Heard::sent(std::string_view line) {
 void Heard::take(std::string_view reply, bool isCutOff) {
     if (exchanges_.empty())
         return;
-    exchanges_.back().replies.emplace_back(reply);
-    exchanges_.back().isCutOff = isCutOff;
+    Exchange& exchange = exchanges_.back();
+    exchange.reply = reply;
+    exchange.isCutOff = isCutOff;
+    if (exchange.spoken.empty() && !isNoReply(exchange.line, reply))
+        exchange.spoken = reply;
 }
 
 void Heard::gaveUp(std::string_view part) {
@@ -66,9 +65,9 @@ void Heard::gaveUp(std::string_view part) {
 std::string Heard::replyTo(const std::string& line) const {
     const auto found = std::find_if(exchanges_.rbegin(), exchanges_.rend(),
                                     [&](const Exchange& exchange) { return exchange.line == line; });
-    if (found == exchanges_.rend() || found->hasGivenUp || found->replies.empty())
+    if (found == exchanges_.rend() || found->hasGivenUp)
         return {};
-    return found->replies.back();
+    return found->reply.value_or("");
 }
 
 QString Heard::wrongReply() const {
@@ -82,7 +81,7 @@ QString Heard::wrongReply() const {
 
 QString Heard::howFar() const {
     const auto answered = std::find_if(exchanges_.rbegin(), exchanges_.rend(), [](const Exchange& exchange) {
-        return !exchange.replies.empty() && !exchange.hasGivenUp;
+        return exchange.reply && !exchange.hasGivenUp;
     });
     if (answered == exchanges_.rend())
         return QStringLiteral("No line was answered.");

@@ -14,7 +14,8 @@ class Heard : public LinkListener {
 public:
     struct Exchange {
         std::string line;
-        std::vector<std::string> replies;  ///< whole ones
+        std::optional<std::string> reply;  ///< the last whole one; a unit may send any number
+        std::string spoken;                ///< the first whole one that does not count as silence
         std::string part;                  ///< of one that did not end
         bool isCutOff = false;  ///< the last one was taken by its count of characters, so that it may go on
         bool hasGivenUp = false;

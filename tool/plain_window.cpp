@@ -28,9 +28,8 @@ QString PlainWindow::readBeltpack() {
 
 QString PlainWindow::dectVersion() const {
     const auto& exchanges = heard.exchanges();
-    const bool isTold = !exchanges.empty() && !exchanges.back().hasGivenUp &&
-                        !exchanges.back().replies.empty() &&
-                        DectVersion::isWhereTaken(exchanges.back().replies.back());
+    const bool isTold = !exchanges.empty() && !exchanges.back().hasGivenUp && exchanges.back().reply &&
+                        DectVersion::isWhereTaken(*exchanges.back().reply);
     return isTold ? fromUtf8(printable(version.text())) : QString();
 }
 
