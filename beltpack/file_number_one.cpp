@@ -9,7 +9,7 @@ namespace quorvex {
 
 namespace {
 
-constexpr std::uintmax_t kLargestFile = 1 << 20;  ///< a whole file of settings has 266 characters
+constexpr std::uintmax_t kLargestFile = 1 << 20;  ///< a whole file of settings has 259 characters
 constexpr std::size_t kItemLimit = 256;           ///< far more than any item means; the rest is passed over
 
 }  // namespace

@@ -21,7 +21,7 @@ ROOT = Path(__file__).resolve().parents[2]
 TABLE = Path(__file__).with_name("commands.txt")
 LIMIT_S = 120
 UNTIL_STOPPED = "runs until it is stopped"
-PROGRAM = re.compile(r"((\w+=\S+|sudo|source|cmake|ctest) |(\./|scripts/|bench/run|build/bin/)|quorvex-\S+ )")
+PROGRAM = re.compile(r"((\w+=\S+|sudo|source|cmake|ctest) |(\./|scripts/\w|bench/run|build/bin/)|quorvex-\S+ )")
 
 CLOSED_WINDOW = """#!/usr/bin/env bash
 export QUORVEX_TRACE=${QUORVEX_TRACE:-$(mktemp -p "$SCRATCH")}
