@@ -27,8 +27,11 @@ StopSignals::StopSignals(std::function<void(int)> handler) {
                 if (read(wakeUp[1], &number, 1) == 1)
                     handler(number);
             });
-    for (const int number : {SIGTERM, SIGINT, SIGHUP})
-        std::signal(number, onSignal);
+    for (const int number : {SIGTERM, SIGINT, SIGHUP}) {
+        const bool isIgnored = std::signal(number, onSignal) == SIG_IGN;
+        if (number == SIGHUP && isIgnored)
+            std::signal(SIGHUP, SIG_IGN);  // as nohup wants it
+    }
 }
 
 }  // namespace quorvex

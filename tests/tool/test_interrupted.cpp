@@ -23,6 +23,7 @@ private Q_SLOTS:
     void cleanup() { tool_.reset(); }
     void read_data();
     void read();
+    void hangUpThatIsIgnored();
     void write();
     void screen();
 
@@ -53,6 +54,18 @@ void TestInterrupted::read() {
     QCOMPARE(ended.err, "quorvex-tool: Interrupted. The last line that was answered: \"# 0107\".\n");
     QCOMPARE(unit.received().last(), "# 0108");
     QVERIFY(!QFile::exists(path));
+}
+
+// As nohup starts it.
+void TestInterrupted::hangUpThatIsIgnored() {
+    UnitProcess& unit = tool_->plugIn(1, {"beltpack", "--fault", "late=08:60000"});
+    const auto before = std::signal(SIGHUP, SIG_IGN);
+    tool_->start("--port COM1 read");
+    std::signal(SIGHUP, before);
+    QTRY_VERIFY(unit.received().contains("# 0108"));
+    signal(SIGHUP);
+    signal(SIGTERM);
+    QCOMPARE(tool_->end().status, kSignalled + SIGTERM);
 }
 
 // On a paced line, so that there is time to interrupt it between two lines.
