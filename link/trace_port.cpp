@@ -33,7 +33,7 @@ std::string stamp(std::int32_t atMs, char mark) {
 }  // namespace
 
 TracePort::TracePort(SerialPort& port, const EventLoop& loop, std::function<void(const std::string&)> line)
-    : port_(port), loop_(loop), line_(std::move(line)) {}
+    : port_(port), loop_(loop), line_(std::move(line)), isAtWork_(port.isOpen()) {}
 
 void TracePort::openDevice(int number) {
     const std::string name = "open COM" + std::to_string(number);
@@ -45,12 +45,18 @@ void TracePort::openDevice(int number) {
         throw;
     }
     note(name);
+    isAtWork_ = true;
 }
 
 void TracePort::close() {
-    if (isOpen())
-        note("close");
+    if (std::exchange(isAtWork_, false))
+        note(isOpen() ? "close" : "lost");  // which the one who closes it may be the first to notice
     port_.close();
+}
+
+void TracePort::lost() {
+    if (std::exchange(isAtWork_, false))
+        note("lost");
 }
 
 void TracePort::discardInput() {

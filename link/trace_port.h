@@ -36,7 +36,7 @@ public:
     void flush() override;
     void silence(std::int32_t ms) override;
     /// To be called when the device has gone away.
-    void lost() { note("lost"); }
+    void lost();
 
 private:
     void openDevice(int number) override;
@@ -49,6 +49,7 @@ private:
     SerialPort& port_;
     const EventLoop& loop_;
     std::function<void(const std::string&)> line_;
+    bool isAtWork_;     ///< opened, and neither closed nor lost since
     std::string sent_;  ///< written, and not yet flushed
     std::string run_;   ///< received, and not yet told
     char runMark_ = '<';

@@ -34,6 +34,7 @@ private Q_SLOTS:
     void runs();
     void openingThatFails();
     void lost();
+    void closedWhenLost();
     void passesOnWhatThePortSays();
 };
 
@@ -86,7 +87,8 @@ void TestTracePort::runs() {
     QFETCH(Chunks, chunks);
     QFETCH(QStringList, texts);
     Traced at;
-    at.port.holdOpen();
+    at.trace.open(1);
+    at.lines.clear();
     feed(at.port, chunks);
     while (at.loop.ticks() < 2000) {
         while (at.trace.read()) {
@@ -119,6 +121,18 @@ void TestTracePort::lost() {
     at.trace.lost();
     QCOMPARE(at.lines.mid(1), QStringList({"        1.000 < a | 61", "        1.000 * lost"}));
     QVERIFY(!at.trace.isOpen());
+    at.trace.close();
+    QCOMPARE(at.lines.size(), 3);
+}
+
+// Before anyone has told of it.
+void TestTracePort::closedWhenLost() {
+    Traced at;
+    at.trace.open(1);
+    at.port.unplug();
+    at.trace.close();
+    at.trace.lost();
+    QCOMPARE(at.lines.mid(1), QStringList("        1.000 * lost"));
 }
 
 void TestTracePort::passesOnWhatThePortSays() {
