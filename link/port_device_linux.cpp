@@ -39,8 +39,8 @@ public:
     PortDevice find(int number) {
         const QString name = QStringLiteral("COM%1").arg(number);
         constexpr char kFolder[] = "QUORVEX_PORTS";
-        if (qEnvironmentVariableIsSet(kFolder))
-            return portDeviceAt(qEnvironmentVariable(kFolder) + QLatin1Char('/') + name);
+        if (const QString folder = qEnvironmentVariable(kFolder); !folder.isEmpty())
+            return portDeviceAt(folder + QLatin1Char('/') + name);
         const QString system = QStringLiteral("/dev/quorvex/") + name;
         if (QFileInfo::exists(system))
             return portDeviceAt(system);

@@ -106,6 +106,7 @@ private Q_SLOTS:
     void closedPort();
     void cannotOpen_data();
     void cannotOpen();
+    void noFolderOfPorts();
 
 private:
     std::unique_ptr<QTemporaryDir> folder_;
@@ -507,6 +508,13 @@ void TestSerialPort::cannotOpen() {
     QVERIFY(!port_->isOpen());
     port_->open(kSerialPort);
     QVERIFY(port_->isOpen());
+}
+
+// The root of the file system is none.
+void TestSerialPort::noFolderOfPorts() {
+    QCOMPARE(findPortDevice(5).asked, folder_->filePath("COM5"));
+    qputenv("QUORVEX_PORTS", "");
+    QVERIFY(findPortDevice(5).asked != "/COM5");
 }
 
 }  // namespace quorvex
