@@ -30,14 +30,20 @@ QString QtSettingsStore::location() {
 
 std::string QtSettingsStore::get(std::string_view key, std::string_view byDefault) const {
     if (const QString thing = settings_place::inTheWay(); !thing.isEmpty()) {
-        if (!std::exchange(unreadableTold_, true))
-            tell_("The settings cannot be read: " + thing.toStdString() + " is no ordinary file.");
+        tellUnreadable(thing.toStdString() + " is no ordinary file.");
         return std::string(byDefault);
     }
     QSettings settings(location(), settings_place::format());
     settings.sync();  // another program may have written since
+    if (settings_place::isForbidden())
+        tellUnreadable("you have no right to read " + location().toStdString() + ".");
     const QVariant stored = settings.value(settingKey(key));
     return stored.isValid() ? textOf(stored) : std::string(byDefault);
+}
+
+void QtSettingsStore::tellUnreadable(const std::string& why) const {
+    if (!std::exchange(unreadableTold_, true))
+        tell_("The settings cannot be read: " + why);
 }
 
 void QtSettingsStore::save(std::string_view key, std::string_view text) {

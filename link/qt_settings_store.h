@@ -23,6 +23,8 @@ public:
     void onFailure(std::function<void(const std::string&)> handler) { tell_ = std::move(handler); }
 
 private:
+    void tellUnreadable(const std::string& why) const;
+
     std::function<void(const std::string&)> tell_ = [](const std::string&) {};
     mutable bool unreadableTold_ = false;
 };

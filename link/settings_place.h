@@ -11,6 +11,8 @@ QString location();
 /// What stands where the settings or their lock are kept and is no ordinary file, so that to open it may wait
 /// without end, or lose what it is; empty when nothing does.
 QString inTheWay();
+/// The settings are there and may not be read.
+bool isForbidden();
 /// Makes the folder where there is none.
 void makeRoom();
 

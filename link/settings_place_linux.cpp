@@ -1,6 +1,11 @@
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QStandardPaths>
+#include <cerrno>
 
 #include "link/settings_place.h"
 
@@ -22,6 +27,11 @@ QString inTheWay() {
             return info.filePath();
     }
     return {};
+}
+
+bool isForbidden() {
+    return ::faccessat(AT_FDCWD, QFile::encodeName(location()).constData(), R_OK, AT_EACCESS) != 0 &&
+           errno == EACCES;
 }
 
 void makeRoom() {

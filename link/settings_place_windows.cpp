@@ -14,6 +14,10 @@ QString inTheWay() {
     return {};
 }
 
+bool isForbidden() {
+    return false;
+}
+
 void makeRoom() {}
 
 }  // namespace quorvex::settings_place

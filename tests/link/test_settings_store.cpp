@@ -20,6 +20,7 @@ private Q_SLOTS:
     void notSaved_data();
     void notSaved();
     void savedAmongNonsense();
+    void noRightToRead();
     void somethingElseInItsPlace_data();
     void somethingElseInItsPlace();
 
@@ -93,6 +94,21 @@ void TestSettingsStore::somethingElseInItsPlace_data() {
         for (const char* what : {"FIFO", "socket", "folder", "link to a device", "link to nothing"})
             QTest::addRow("%s%s", what, ending) << what << ending;
     }
+}
+
+void TestSettingsStore::noRightToRead() {
+    write("[Settings]\nComPort=2\n");
+    QVERIFY(QFile::setPermissions(QtSettingsStore::location(), QFile::Permissions()));
+    QtSettingsStore store;
+    std::vector<std::string> told;
+    store.onFailure([&](const std::string& text) { told.push_back(text); });
+    {
+        const WithoutPrivileges rest;
+        QCOMPARE(store.get("ComPort", "1"), std::string("1"));
+        QCOMPARE(store.get("RfModule", "0"), std::string("0"));
+    }
+    QCOMPARE(told, std::vector<std::string>{"The settings cannot be read: you have no right to read " +
+                                            QtSettingsStore::location().toStdString() + "."});
 }
 
 // It is told of within a moment, once for reading and at each save, and stays what it is.
