@@ -55,7 +55,8 @@ Option optionNamed(const QString& name) {
                 return option;
         }
     }
-    refuse(QStringLiteral("There is no option %1; %2 --help lists what there is.").arg(name, kProgram));
+    refuse(QStringLiteral("There is no option %1; %2 COMMAND --help lists those of a command.")
+               .arg(name, kProgram));
 }
 
 Given takeOption(const QStringList& words, qsizetype& at) {
@@ -68,9 +69,10 @@ Given takeOption(const QStringList& words, qsizetype& at) {
             refuse(QStringLiteral("%1 takes no value.").arg(option.name));
         return {option.name, {}};
     }
-    if (isWhole && (at + 1 >= words.size() || words.at(at + 1).startsWith(QLatin1String("--"))))
+    const QString value = isWhole ? words.value(++at) : word.mid(equals + 1);
+    if (value.isEmpty() || (isWhole && value.startsWith(QLatin1String("--"))))
         refuse(QStringLiteral("%1 needs %2 after it.").arg(option.name, option.value));
-    return {option.name, isWhole ? words.at(++at) : word.mid(equals + 1)};
+    return {option.name, value};
 }
 
 void checkOptions(const Request& request) {

@@ -83,12 +83,9 @@ private:
 /// A record of what is read and written, where the request asks for one.
 class KeptRecord {
 public:
-    /// Throws Failure where no folder is named.
     KeptRecord(const Request& request, const NamedPort& named, TransferLog& transfers) {
         if (!request.has("--record"))
             return;
-        if (request.value("--record").isEmpty())
-            throw Failure(Status::wrongUse, QStringLiteral("--record needs DIR after it."));
         record_.emplace(request.value("--record"), [this](const QString& problem) { problem_ = problem; });
         transfers.onEnd([this](const TransferEntry& entry) { record_->keep(entry); },
                         [port = named.name.toStdString()] { return port; });

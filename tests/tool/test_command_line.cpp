@@ -82,7 +82,7 @@ void TestCommandLine::refused_data() {
     row("--json", "Say what to do: " + all + ".");
     row("reed", "\"reed\" is no command; there are " + all + ".");
     row("\"\"", "\"\" is no command; there are " + all + ".");
-    row("read --file a", "There is no option --file; quorvex-tool --help lists what there is.");
+    row("read --file a", "There is no option --file; quorvex-tool COMMAND --help lists those of a command.");
     row("read --dry-run",
         "read does not take --dry-run; it takes --port, --trace, --record, --json, --help.");
     row("check a.bpc --port COM1", "check does not take --port; it takes --json, --help.");
