@@ -205,13 +205,8 @@ QStringList identitiesOfWrite(const Request& request) {
     if (!request.has("--with-identity"))
         return {};
     const Values values = valuesOf(loadSettings(request.arguments.at(0), Ranges::demanded));
-    QStringList identities;
-    for (int record = 0; record < SettingsImage::kParameters; ++record) {
-        const std::string& value = values[static_cast<std::size_t>(record)];
-        if (isIdentity(record) && isAvailable(value))
-            identities << identityOf(record, value);
-    }
-    return identities;
+    const std::string& psn = values[SettingsImage::kPsn];
+    return isAvailable(psn) ? QStringList(identityOf(SettingsImage::kPsn, psn)) : QStringList();
 }
 
 QStringList savesOfRead(const Request& request) {

@@ -136,8 +136,8 @@ UnitJob prepareSet(const Request& request) {
 
 QStringList identitiesOfSet(const Request& request) {
     const Setting& setting = settingNamed(request.arguments.at(0));
-    if (!isIdentity(setting.record))
-        return {};
+    if (setting.record != SettingsImage::kPsn)
+        return {};  // the units of one system have its System Id in common
     return {identityOf(setting.record, setting.digits(request.arguments.at(1), setting))};
 }
 

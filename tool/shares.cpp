@@ -53,8 +53,11 @@ QStringList filesWritten(const Request& request) {
 
 void demandTraceOfItsOwn(const Request& request) {
     const QString trace = request.value("--trace");
-    for (const QString& argument : request.arguments) {
-        if (!trace.isEmpty() && fileOf(trace) == fileOf(argument))
+    QStringList files = request.arguments;
+    if (request.command->saves)
+        files << request.command->saves(request);
+    for (const QString& file : std::as_const(files)) {
+        if (!trace.isEmpty() && fileOf(trace) == fileOf(file))
             throw Failure(
                 Status::wrongUse,
                 QStringLiteral("--trace: %1 is what the command works on; name another file.").arg(trace));

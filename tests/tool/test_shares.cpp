@@ -96,6 +96,8 @@ void TestShares::refused_data() {
     row("--port COM1,COM2 read --trace x.bpc", oneFile);
     row("--port COM1 --trace x.bpc write ./x.bpc",
         "2 --trace: x.bpc is what the command works on; name another file.");
+    row("--trace x10.bmp screen --frames 11 x.bmp",
+        "2 --trace: x10.bmp is what the command works on; name another file.");
     row("--trace x.bpc read x.bpc", "2 --trace: x.bpc is what the command works on; name another file.");
     row("--port COM1,COM2 --trace {port}.x read {port}.x",
         "2 --trace: COM1.x is what the command works on; name another file.");
@@ -120,8 +122,6 @@ void TestShares::refused_data() {
                              "each port another one."));
     };
     twice("--port COM1,COM2 set psn 7,007", "Beltpack PSN/ID 0044300007");
-    twice("--port COM1,COM2 set system-id 100ECE1000", "System Id 100ECE1000");
-    twice("--port COM1,COM2 set system-id 100ECE1000,100ece1000", "System Id 100ECE1000");
     row("--port COM1,COM2 set psn 1048575",
         "2 \"1048576\" is no PSN: it takes a decimal number, 0 to 1048575.");
     row("--port COM1,COM2 set psn 1,", "2 \"\" is no PSN: it takes a decimal number, 0 to 1048575.");
@@ -155,7 +155,7 @@ void TestShares::filesThatAreMissing() {
     QVERIFY(dealtOut(line).endsWith("--port=COM2 write " + folder.path("COM2.bpc")));
 }
 
-// A file with another PSN and another System ID is needed for each.
+// A file with another PSN is needed for each.
 void TestShares::identitiesInFiles() {
     const SettingsFolder folder;
     folder.make("COM1.bpc", {{2, "0044300001"}});
@@ -165,11 +165,9 @@ void TestShares::identitiesInFiles() {
                " would be set for COM1 and for COM2: it says which unit it is, so give each port another "
                "one.";
     };
-    folder.make("COM2.bpc", {{2, "0044300002"}});
-    QCOMPARE(dealtOut(lineOfEach), told("System Id 100ECE1000"));
     folder.make("COM2.bpc", {{4, "100ECE1100"}, {2, "0044300001"}});
     QCOMPARE(dealtOut(lineOfEach), told("Beltpack PSN/ID 0044300001"));
-    folder.make("COM2.bpc", {{4, "100ECE1100"}});
+    folder.make("COM2.bpc", {{2, "0044300002"}});
     QVERIFY(dealtOut(lineOfEach).contains("--with-identity --port=COM2 write "));
     const QString lineOfOne = "--port COM1,COM2 write " + folder.path("COM1.bpc");
     QCOMPARE(dealtOut(lineOfOne + " --with-identity"), told("Beltpack PSN/ID 0044300001"));
