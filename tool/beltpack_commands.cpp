@@ -39,7 +39,7 @@ Result read(PlainWindow& window, const QString& path) {
     demandRead(window);
     Facts radio;
     addModule(radio, window.module, window.beltpack);
-    if (window.module.isKirk())
+    if (!window.rssiThreshold.text().empty())
         radio.add("RSSI Threshold", window.rssiThreshold);
     if (const QString version = window.dectVersion(); !version.isEmpty())
         radio.add("DECT Version", version);

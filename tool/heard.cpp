@@ -1,5 +1,6 @@
 #include "tool/heard.h"
 
+#include <QStringList>
 #include <algorithm>
 
 #include "link/number_text.h"
@@ -33,6 +34,16 @@ std::string wrongReplyIn(const Heard::Exchange& exchange) {
     return isRight ? std::string() : reply;
 }
 
+bool isAnswered(const Heard::Exchange& exchange) {
+    return exchange.reply && !exchange.hasGivenUp;
+}
+
+/// It has more than the one byte of a line that asks.
+bool isSetting(const Heard::Exchange& exchange) {
+    constexpr std::size_t kCountAt = 2;
+    return exchange.line.size() > kCountAt && exchange.line.compare(kCountAt, 2, "01") != 0;
+}
+
 QString inQuotes(const std::string& text) {
     return QLatin1Char('"') + fromUtf8(printable(text)) + QLatin1Char('"');
 }
@@ -48,6 +59,10 @@ void Heard::sent(std::string_view line) {
 void Heard::take(std::string_view reply, bool isCutOff) {
     if (exchanges_.empty())
         return;
+    for (Exchange& earlier : exchanges_) {
+        if (earlier.hasGivenUp && isAnswerTo(earlier.line, reply))
+            earlier.late = reply;
+    }
     Exchange& exchange = exchanges_.back();
     exchange.reply = reply;
     exchange.isCutOff = isCutOff;
@@ -62,6 +77,13 @@ void Heard::gaveUp(std::string_view part) {
     exchanges_.back().hasGivenUp = true;
 }
 
+void Heard::clear() {
+    const auto answered = std::find_if(exchanges_.rbegin(), exchanges_.rend(), isAnswered);
+    if (answered != exchanges_.rend())
+        answeredBefore_ = answered->line;
+    exchanges_.clear();
+}
+
 std::string Heard::replyTo(const std::string& line) const {
     const auto found = std::find_if(exchanges_.rbegin(), exchanges_.rend(),
                                     [&](const Exchange& exchange) { return exchange.line == line; });
@@ -72,6 +94,9 @@ std::string Heard::replyTo(const std::string& line) const {
 
 QString Heard::wrongReply() const {
     for (const Exchange& exchange : exchanges_) {
+        if (!exchange.late.empty())
+            return QStringLiteral("The answer to %1 came too late: %2.")
+                .arg(inQuotes(exchange.line), inQuotes(exchange.late));
         if (const std::string reply = wrongReplyIn(exchange); !reply.empty())
             return QStringLiteral("What came back for %1 is no answer to it: %2.")
                 .arg(inQuotes(exchange.line), inQuotes(reply));
@@ -79,13 +104,24 @@ QString Heard::wrongReply() const {
     return {};
 }
 
+bool Heard::hasSent(const std::string& line) const {
+    return std::any_of(exchanges_.begin(), exchanges_.end(),
+                       [&](const Exchange& exchange) { return exchange.line == line; });
+}
+
 QString Heard::howFar() const {
-    const auto answered = std::find_if(exchanges_.rbegin(), exchanges_.rend(), [](const Exchange& exchange) {
-        return exchange.reply && !exchange.hasGivenUp;
-    });
-    if (answered == exchanges_.rend())
-        return QStringLiteral("No line was answered.");
-    return QStringLiteral("The last line that was answered: %1.").arg(inQuotes(answered->line));
+    const auto answered = std::find_if(exchanges_.rbegin(), exchanges_.rend(), isAnswered);
+    const std::string& last = answered == exchanges_.rend() ? answeredBefore_ : answered->line;
+    QString text = last.empty() ? QStringLiteral("No line was answered.")
+                                : QStringLiteral("The last line that was answered: %1.").arg(inQuotes(last));
+    QStringList unconfirmed;
+    for (auto exchange = answered.base(); exchange != exchanges_.end(); ++exchange) {
+        if (isSetting(*exchange))
+            unconfirmed << inQuotes(std::string(trimmedRight(exchange->line)));
+    }
+    if (!unconfirmed.isEmpty())
+        text += QStringLiteral(" Sent and not confirmed: %1.").arg(unconfirmed.join(QStringLiteral(", ")));
+    return text;
 }
 
 }  // namespace quorvex::tool

@@ -17,6 +17,7 @@ public:
         std::optional<std::string> reply;  ///< the last whole one; a unit may send any number
         std::string spoken;                ///< the first whole one that does not count as silence
         std::string part;                  ///< of one that did not end
+        std::string late;                  ///< the answer that came while a later line was under way
         bool isCutOff = false;  ///< the last one was taken by its count of characters, so that it may go on
         bool hasGivenUp = false;
     };
@@ -26,7 +27,8 @@ public:
     void gotCharacters(std::string_view reply) override { take(reply, true); }
     void gaveUp(std::string_view part) override;
 
-    void clear() { exchanges_.clear(); }
+    /// What was heard is judged no more; how far it got is kept.
+    void clear();
     /// How many lines were sent in all.
     int sentLines() const { return sentLines_; }
     const std::vector<Exchange>& exchanges() const { return exchanges_; }
@@ -35,13 +37,15 @@ public:
     /// Names the first line that was read and answered by something else; the operations go by less than
     /// that. Empty when there is none. Silence is not meant: that is for the operation to judge.
     QString wrongReply() const;
-    /// How far it got: which line was answered last.
+    bool hasSent(const std::string& line) const;
+    /// How far it got: which line was answered last, and which ones that set something were sent after it.
     QString howFar() const;
 
 private:
     void take(std::string_view reply, bool isCutOff);
 
     std::vector<Exchange> exchanges_;
+    std::string answeredBefore_;  ///< the last line that was answered before clear()
     int sentLines_ = 0;
 };
 

@@ -111,10 +111,10 @@ Result set(PlainWindow& window, const Setting& setting, const QString& value, co
                      {QStringLiteral("value"), fromLatin1(digits)},
                      {QStringLiteral("read"), isAnswer ? QJsonValue(shown) : QJsonValue()}};
     if (!isAnswer) {
+        const QString wrong = window.heard.wrongReply();
         result.status = Status::noAnswer;
         result.problem = QStringLiteral("%1 was sent, but the Beltpack did not tell what it holds now. %2")
-                             .arg(nameOf(setting.record),
-                                  reply.empty() ? window.heard.howFar() : window.heard.wrongReply());
+                             .arg(nameOf(setting.record), wrong.isEmpty() ? window.heard.howFar() : wrong);
     } else if (!isSameHex(held, digits)) {
         result.status = Status::differs;
         result.problem = QStringLiteral("%1: %2 was sent, %3 read back.")

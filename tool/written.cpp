@@ -14,6 +14,7 @@ namespace {
 
 /// What became of the parameters as they were written and read back one by one.
 struct ReadBacks {
+    std::vector<int> sent;
     QStringList verified;
     std::vector<Difference> otherwise;
     bool isWhole = true;  ///< every one was written and answered
@@ -23,15 +24,16 @@ ReadBacks readBacksOf(const PlainWindow& window, const std::vector<int>& written
     ReadBacks found;
     for (const int record : written) {
         const Parameter& parameter = window.image[record];
-        const std::string reply = window.heard.replyTo(parameter.readLine());
         const std::string& value = wanted[static_cast<std::size_t>(record)];
-        const std::string data(dataDigits(reply));
-        if (reply.empty())
+        const std::string reply = window.heard.replyTo(parameter.readLine());
+        if (window.heard.hasSent(parameter.writeLine()))
+            found.sent.push_back(record);
+        if (!isAnswerTo(parameter.readLine(), reply))
             found.isWhole = false;
-        else if (isAnswerTo(parameter.readLine(), reply) && isSameHex(data, value))
+        else if (isSameHex(dataDigits(reply), value))
             found.verified << nameOf(record);
         else
-            found.otherwise.push_back({record, value, data});
+            found.otherwise.push_back({record, value, std::string(dataDigits(reply))});
     }
     return found;
 }
@@ -48,17 +50,38 @@ std::vector<Difference> joined(std::vector<Difference> first, const std::vector<
     return first;
 }
 
-void tellChanges(Result& result, const std::vector<Difference>& changes,
-                 const std::vector<Difference>& otherwise) {
+/// What the unit was left with, apart from what was written and what was not.
+struct Left {
+    std::vector<Difference> changes, otherwise;
+    std::vector<Difference> unasked;  ///< changed without being written
+};
+
+Left leftOf(const Values& found, const Values& wanted, const Values& left, const ReadBacks& readBacks) {
+    const auto isSent = [&](const Difference& each) {
+        return std::find(readBacks.sent.begin(), readBacks.sent.end(), each.record) != readBacks.sent.end();
+    };
+    Left result{differences(found, left), differences(wanted, left), differences(found, left)};
+    std::erase_if(result.changes, std::not_fn(isSent));
+    std::erase_if(result.otherwise, std::not_fn(isSent));
+    std::erase_if(result.unasked, isSent);
+    result.otherwise = joined(readBacks.otherwise, result.otherwise);
+    return result;
+}
+
+void tellChanges(Result& result, const Left& left) {
     result.text += QStringLiteral("PSN %1: %2 changed.\n")
                        .arg(result.object.value(QStringLiteral("psn")).toInt())
-                       .arg(countOf(changes.size(), "parameter"));
-    result.text += textOf(changes, QStringLiteral("->"));
-    if (!otherwise.empty())
+                       .arg(countOf(left.changes.size(), "parameter"));
+    result.text += textOf(left.changes, QStringLiteral("->"));
+    if (!left.otherwise.empty())
         result.text += QStringLiteral("Not read back as written:\n") +
-                       textOf(otherwise, QStringLiteral("written, read back"));
-    result.object.insert(QStringLiteral("changes"), jsonOf(changes, "before", "after"));
-    result.object.insert(QStringLiteral("otherwise"), jsonOf(otherwise, "written", "read"));
+                       textOf(left.otherwise, QStringLiteral("written, read back"));
+    if (!left.unasked.empty())
+        result.text += QStringLiteral("Changed without being written; is it still the same unit?\n") +
+                       textOf(left.unasked, QStringLiteral("->"));
+    result.object.insert(QStringLiteral("changes"), jsonOf(left.changes, "before", "after"));
+    result.object.insert(QStringLiteral("otherwise"), jsonOf(left.otherwise, "written", "read"));
+    result.object.insert(QStringLiteral("unasked"), jsonOf(left.unasked, "before", "after"));
 }
 
 }  // namespace
@@ -78,8 +101,11 @@ Result writeAndCompare(PlainWindow& window, const std::vector<int>& written,
     Result result;
     result.object.insert(QStringLiteral("psn"), psnOf(before));
     result.object.insert(QStringLiteral("written"), QJsonArray::fromStringList(readBacks.verified));
-    if (!readBacks.isWhole)
-        result.problem = window.console.boxes() + QLatin1Char(' ') + window.heard.howFar();
+    if (!readBacks.isWhole) {
+        const QString wrong = window.heard.wrongReply();
+        result.problem =
+            wrong.isEmpty() ? window.console.boxes() + QLatin1Char(' ') + window.heard.howFar() : wrong;
+    }
 
     const QString problemAfter = window.isPortOpen() ? window.readBeltpack() : QString();
     if (!window.isPortOpen() || !problemAfter.isEmpty()) {
@@ -92,12 +118,11 @@ Result writeAndCompare(PlainWindow& window, const std::vector<int>& written,
             result.problem = problemAfter;
         return result;
     }
-    const Values left = valuesOf(window.found());
-    const auto otherwise = joined(readBacks.otherwise, differences(wanted, left));
-    tellChanges(result, differences(found, left), otherwise);
+    const Left left = leftOf(found, wanted, valuesOf(window.found()), readBacks);
+    tellChanges(result, left);
     if (!readBacks.isWhole)
         result.status = Status::noAnswer;
-    else if (!otherwise.empty())
+    else if (!left.otherwise.empty() || !left.unasked.empty())
         result.status = Status::differs;
     return result;
 }

@@ -15,6 +15,7 @@ private Q_SLOTS:
     void tbr6();
     void tbr6NotAcknowledged();
     void nothingComesBack();
+    void lateProbe();
     void dataMissing();
     void versions_data();
     void versions();
@@ -70,7 +71,9 @@ void TestAntennaCommands::tbr6NotAcknowledged() {
     withAntenna(sim::RfModule::kKirk).unit().addFault(sim::parseFault("no-tbr6-ack"));
     const tool::Result result = bench_->run("antenna --tbr6");
     QVERIFY(result.status == tool::Status::noAnswer);
-    QCOMPARE(result.problem, "No Response from Active Antenna! The last line that was answered: \"# 010a\".");
+    QCOMPARE(result.problem,
+             "No Response from Active Antenna! The last line that was answered: \"# 010a\". Sent "
+             "and not confirmed: \"! 0E030002100ECE00001503FF000000\".");
     QVERIFY(result.object["tbr6"].isUndefined());
 }
 
@@ -80,6 +83,14 @@ void TestAntennaCommands::nothingComesBack() {
     QVERIFY(result.status == tool::Status::noAnswer);
     QCOMPARE(result.problem, "No Response from Active Antenna! No line was answered.");
     QCOMPARE(result.text, "");
+}
+
+// The window takes an antenna for one with RM5 modules then.
+void TestAntennaCommands::lateProbe() {
+    withAntenna(sim::RfModule::kKirk).unit().addFault(sim::parseFault("late=07:2400"));
+    const tool::Result result = bench_->run("antenna");
+    QVERIFY(result.status == tool::Status::noAnswer);
+    QCOMPARE(result.problem, "The answer to \"# 0107\" came too late: \"# 028703\".");
 }
 
 // The window takes a reply without data for 0.

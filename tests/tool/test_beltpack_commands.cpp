@@ -19,6 +19,9 @@ QJsonObject firstOf(const QJsonValue& differences) {
     return differences.toArray().at(0).toObject();
 }
 
+constexpr int kFirstReadBack = 25;  // the replies of a read of an RM5 come before it
+constexpr int kLimitReadBack = kFirstReadBack + 1;
+constexpr int kSecondRead = kFirstReadBack + 19;
 constexpr int kDone = 0, kDiffers = 1, kNoAnswer = 3, kPort = 4, kFile = 5;
 
 int statusOf(const tool::Result& result) {
@@ -40,6 +43,7 @@ private Q_SLOTS:
     void readWithoutParameter();
     void readOfNothing();
     void readThatCannotBeSaved();
+    void readWithoutThreshold();
     void writeChangesSettings();
     void writeWithIdentity();
     void writeDryRun();
@@ -48,6 +52,10 @@ private Q_SLOTS:
     void writeSkipsWhatTheFileLacks();
     void writeReadBackOtherwise();
     void writeGoneHalfWay();
+    void writeBrokenOffByOneReply();
+    void writeReadBackByNoAnswer();
+    void writeToAnotherUnit();
+    void writeToWhatWasNotThereAtFirst();
     void writePulledHalfWay();
     void verifyNames();
     void verifyWithoutIdentity();
@@ -188,6 +196,15 @@ void TestBeltpackCommands::readThatCannotBeSaved() {
     QVERIFY(result.text.contains("Headset Limit"));  // what was read is told all the same
 }
 
+void TestBeltpackCommands::readWithoutThreshold() {
+    withBeltpack(sim::RfModule::kKirk);
+    QVERIFY(bench_->run("read").object["radio"].toObject().contains("RSSI Threshold"));
+    bench_->unit().addFault(sim::parseFault("no-reply=38"));
+    const tool::Result result = bench_->run("read");
+    QCOMPARE(statusOf(result), kDone);
+    QVERIFY(!result.object["radio"].toObject().contains("RSSI Threshold"));
+}
+
 void TestBeltpackCommands::writeChangesSettings() {
     bench_->unit().setValue(0x01, "0044300007");
     const tool::Result result = bench_->run("write " + folder_->make("new.bpc", {{5, "24"}, {9, "08"}}));
@@ -280,10 +297,64 @@ void TestBeltpackCommands::writeGoneHalfWay() {
     QVERIFY(result.text.contains("What the unit holds now is not known.\n"));
     QCOMPARE(result.problem,
              "Error occured while writing settings to Beltpack! Check connection to Beltpack. The last line "
-             "that was "
-             "answered: \"# 0107\".");
+             "that was answered: \"# 0107\". Sent and not confirmed: \"# 024802\".");
     QCOMPARE(held(0x04), "24");
     QCOMPARE(held(0x08), "05");
+}
+
+// What stands behind the break was not written, whatever the unit holds there.
+void TestBeltpackCommands::writeBrokenOffByOneReply() {
+    bench_->port().plan(
+        {FaultyPort::Place::reply, kLimitReadBack, true, [](FaultyPort&, const auto&) {}, {}});
+    const tool::Result result = bench_->run("write " + folder_->make("new.bpc", {{5, "24"}, {9, "08"}}));
+    QCOMPARE(statusOf(result), kNoAnswer);
+    QCOMPARE(namesIn(result.object["changes"]), QStringList("Headset Limit"));
+    QCOMPARE(result.object["otherwise"].toArray(), QJsonArray());
+    QCOMPARE(result.object["unasked"].toArray(), QJsonArray());
+    QVERIFY2(result.problem.endsWith("The last line that was answered: \"# 0102\". Sent and not confirmed: "
+                                     "\"# 024424\"."),
+             qPrintable(result.problem));
+}
+
+void TestBeltpackCommands::writeReadBackByNoAnswer() {
+    bench_->port().plan({FaultyPort::Place::reply,
+                         kLimitReadBack,
+                         true,
+                         [](FaultyPort& port, const auto&) { port.say("# 028524\r\n"); },
+                         {}});
+    const tool::Result result = bench_->run("write " + folder_->make("new.bpc", {{5, "24"}}));
+    QCOMPARE(statusOf(result), kNoAnswer);
+    QCOMPARE(result.problem, "What came back for \"# 0104\" is no answer to it: \"# 028524\".");
+    QCOMPARE(result.object["otherwise"].toArray(), QJsonArray());
+    QVERIFY(!result.object["written"].toArray().contains("Headset Limit"));
+}
+
+void TestBeltpackCommands::writeToAnotherUnit() {
+    sim::Unit& unit = bench_->unit();
+    bench_->port().plan({FaultyPort::Place::reply,
+                         kSecondRead,
+                         true,
+                         [&unit](FaultyPort& port, const FaultyPort::Struck& struck) {
+                             unit.setValue(0x01, "0044300099");
+                             port.say(struck.body + struck.end);
+                         },
+                         {}});
+    const tool::Result result = bench_->run("write " + folder_->make("new.bpc"));
+    QCOMPARE(statusOf(result), kDiffers);
+    QCOMPARE(result.object["otherwise"].toArray(), QJsonArray());
+    QCOMPARE(namesIn(result.object["unasked"]), QStringList("Beltpack PSN/ID"));
+    QVERIFY2(
+        result.text.contains("Changed without being written; is it still the same unit?\nBeltpack PSN/ID "),
+        qPrintable(result.text));
+}
+
+void TestBeltpackCommands::writeToWhatWasNotThereAtFirst() {
+    bench_->unit().addFault(sim::parseFault("no-reply=04,once"));
+    const tool::Result result = bench_->run("write " + folder_->make("new.bpc", {{5, "24"}}));
+    QCOMPARE(statusOf(result), kDiffers);
+    QCOMPARE(result.object["notInUnit"].toArray(), QJsonArray({"Headset Limit"}));
+    QCOMPARE(result.object["otherwise"].toArray(), QJsonArray());
+    QCOMPARE(namesIn(result.object["unasked"]), QStringList("Headset Limit"));
 }
 
 void TestBeltpackCommands::writePulledHalfWay() {
@@ -292,7 +363,8 @@ void TestBeltpackCommands::writePulledHalfWay() {
     const tool::Result result = bench_->run("write " + folder_->make("new.bpc"));
     QCOMPARE(statusOf(result), kPort);
     QCOMPARE(result.problem,
-             "The connection to the port was lost. The last line that was answered: \"# 0107\".");
+             "The connection to the port was lost. The last line that was answered: \"# 0107\". Sent and not "
+             "confirmed: \"# 024802\".");
     QCOMPARE(result.object["written"].toArray().size(), 5);
 }
 

@@ -16,6 +16,7 @@ private Q_SLOTS:
     void lastOfSeveralReplies();
     void silence_data();
     void silence();
+    void lateAnswer();
     void firstWrongOne();
     void replyTo();
     void howFar();
@@ -101,6 +102,17 @@ void TestHeard::silence() {
     QCOMPARE(heard.replyTo("# 0107"), std::string());
 }
 
+// A reader may pass over the answer to a line that was given up before.
+void TestHeard::lateAnswer() {
+    tool::Heard heard;
+    heard.sent("# 0107");
+    heard.gaveUp("");
+    heard.sent("# 0105");
+    heard.gotLine("# 028777");
+    heard.gotLine("# 028512");
+    QCOMPARE(heard.wrongReply(), "The answer to \"# 0107\" came too late: \"# 028777\".");
+}
+
 void TestHeard::firstWrongOne() {
     tool::Heard heard;
     for (const char* line : {"# 0101", "# 0102"}) {
@@ -135,7 +147,10 @@ void TestHeard::howFar() {
     heard.sent("# 0106");
     heard.gaveUp("");
     heard.sent("# 027E01");
-    QCOMPARE(heard.howFar(), "The last line that was answered: \"# 0105\".");
+    const QString last = "The last line that was answered: \"# 0105\".";
+    QCOMPARE(heard.howFar(), last + " Sent and not confirmed: \"# 027E01\".");
+    heard.clear();
+    QCOMPARE(heard.howFar(), last);
 }
 
 }  // namespace quorvex

@@ -122,9 +122,9 @@ void TestSetCommand::nothingComesBack() {
     bench_->unit().addFault(sim::parseFault("no-reply"));
     const tool::Result result = bench_->run("set pli 1F");
     QVERIFY(result.status == tool::Status::noAnswer);
-    QCOMPARE(
-        result.problem,
-        "System Id Length was sent, but the Beltpack did not tell what it holds now. No line was answered.");
+    QCOMPARE(result.problem,
+             "System Id Length was sent, but the Beltpack did not tell what it holds now. No line was "
+             "answered. Sent and not confirmed: \"# 02421F\".");
     QVERIFY(result.object["read"].isNull());
 }
 
