@@ -46,7 +46,8 @@ struct Command {
     Result (*run)(const Request& request) = nullptr;
     /// The files that a request writes; null for none.
     QStringList (*saves)(const Request& request) = nullptr;
-    /// What a request gives a unit to be known by: "System Id 100ECE1000". Null for nothing. Throws Failure.
+    /// What no two units may get by a request: "Beltpack PSN/ID 00443186A0". Null for nothing. Throws
+    /// Failure.
     QStringList (*identities)(const Request& request) = nullptr;
     /// The arguments for each of several ports where they differ by more than "{port}"; null where they do
     /// not. Throws Failure.
