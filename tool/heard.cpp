@@ -59,11 +59,11 @@ void Heard::sent(std::string_view line) {
 void Heard::take(std::string_view reply, bool isCutOff) {
     if (exchanges_.empty())
         return;
+    Exchange& exchange = exchanges_.back();
     for (Exchange& earlier : exchanges_) {
-        if (earlier.hasGivenUp && isAnswerTo(earlier.line, reply))
+        if (earlier.hasGivenUp && earlier.line != exchange.line && isAnswerTo(earlier.line, reply))
             earlier.late = reply;
     }
-    Exchange& exchange = exchanges_.back();
     exchange.reply = reply;
     exchange.isCutOff = isCutOff;
     if (exchange.spoken.empty() && !isNoReply(exchange.line, reply))

@@ -50,7 +50,7 @@ std::vector<Difference> joined(std::vector<Difference> first, const std::vector<
     return first;
 }
 
-/// What the unit was left with, apart from what was written and what was not.
+/// What is otherwise in the unit than it was before, or than it was written.
 struct Left {
     std::vector<Difference> changes, otherwise;
     std::vector<Difference> unasked;  ///< changed without being written

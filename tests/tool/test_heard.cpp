@@ -17,6 +17,7 @@ private Q_SLOTS:
     void silence_data();
     void silence();
     void lateAnswer();
+    void answerToTheSecond();
     void firstWrongOne();
     void replyTo();
     void howFar();
@@ -111,6 +112,16 @@ void TestHeard::lateAnswer() {
     heard.gotLine("# 028777");
     heard.gotLine("# 028512");
     QCOMPARE(heard.wrongReply(), "The answer to \"# 0107\" came too late: \"# 028777\".");
+}
+
+// What was asked for again is answered in time.
+void TestHeard::answerToTheSecond() {
+    tool::Heard heard;
+    heard.sent("# 0139");
+    heard.gaveUp("");
+    heard.sent("# 0139");
+    heard.gotCharacters("# 02B902");
+    QCOMPARE(heard.wrongReply(), "");
 }
 
 void TestHeard::firstWrongOne() {
