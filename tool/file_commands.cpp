@@ -11,11 +11,13 @@ namespace quorvex::tool {
 Result showFile(const Request& request) {
     const QString& path = request.arguments.at(0);
     const SettingsImage image = loadSettings(path, Ranges::anyValue);
+    const bool hasPsn = isAvailable(valuesOf(image)[SettingsImage::kPsn]);
     Result result;
-    result.text = QStringLiteral("PSN %1\n\n").arg(psnOf(image)) +
-                  fromLatin1(summaryText(image)).remove(QLatin1Char('\r'));
+    result.text =
+        QStringLiteral("PSN %1\n\n").arg(hasPsn ? QString::number(psnOf(image)) : QStringLiteral("N/A")) +
+        fromLatin1(summaryText(image)).remove(QLatin1Char('\r'));
     result.object = {{QStringLiteral("file"), path},
-                     {QStringLiteral("psn"), psnOf(image)},
+                     {QStringLiteral("psn"), hasPsn ? QJsonValue(psnOf(image)) : QJsonValue()},
                      {QStringLiteral("parameters"), jsonOf(valuesOf(image))}};
     return result;
 }

@@ -22,6 +22,7 @@ class TestFileCommands : public QObject {
 
 private Q_SLOTS:
     void shows();
+    void showsNoPsn();
     void showsValuesOutOfRange();
     void checksSound();
     void checksDefects();
@@ -44,6 +45,12 @@ void TestFileCommands::shows() {
     QCOMPARE(parameters.size(), 21);
     QCOMPARE(parameters["RD Carrier Mask"].toString(), "03FF000000");
     QVERIFY(parameters["PTT Switch"].isNull());
+}
+
+void TestFileCommands::showsNoPsn() {
+    const tool::Result result = resultOf("show " + folder_.make("a.bpc", {{2, "N/A"}}));
+    QVERIFY(result.text.startsWith("PSN N/A\n\n"));
+    QVERIFY(result.object["psn"].isNull());
 }
 
 void TestFileCommands::showsValuesOutOfRange() {
