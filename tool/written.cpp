@@ -84,6 +84,17 @@ void tellChanges(Result& result, const Left& left) {
     result.object.insert(QStringLiteral("unasked"), jsonOf(left.unasked, "before", "after"));
 }
 
+/// The unit has not told what it holds now.
+void tellUnknown(Result& result, const ReadBacks& readBacks, const QString& problem) {
+    result.status = Status::noAnswer;
+    result.text = QStringLiteral("Written and read back: %1.\nWhat the unit holds now is not known.\n")
+                      .arg(readBacks.verified.isEmpty() ? QStringLiteral("nothing")
+                                                        : readBacks.verified.join(QStringLiteral(", ")));
+    result.object.insert(QStringLiteral("otherwise"), jsonOf(readBacks.otherwise, "written", "read"));
+    if (result.problem.isEmpty())
+        result.problem = problem;
+}
+
 }  // namespace
 
 Result writeAndCompare(PlainWindow& window, const std::vector<int>& written,
@@ -109,13 +120,7 @@ Result writeAndCompare(PlainWindow& window, const std::vector<int>& written,
 
     const QString problemAfter = window.isPortOpen() ? window.readBeltpack() : QString();
     if (!window.isPortOpen() || !problemAfter.isEmpty()) {
-        result.status = Status::noAnswer;
-        result.text = QStringLiteral("Written and read back: %1.\nWhat the unit holds now is not known.\n")
-                          .arg(readBacks.verified.isEmpty() ? QStringLiteral("nothing")
-                                                            : readBacks.verified.join(QStringLiteral(", ")));
-        result.object.insert(QStringLiteral("otherwise"), jsonOf(readBacks.otherwise, "written", "read"));
-        if (result.problem.isEmpty())
-            result.problem = problemAfter;
+        tellUnknown(result, readBacks, problemAfter);
         return result;
     }
     const Left left = leftOf(found, wanted, valuesOf(window.found()), readBacks);
