@@ -88,6 +88,7 @@ void TestCommandLine::refused_data() {
     row("check a.bpc --port COM1", "check does not take --port; it takes --json, --help.");
     row("read --port", "--port needs PORT[,PORT...] after it.");
     row("read --trace --json", "--trace needs FILE after it.");
+    row("read --trace=", "--trace needs FILE after it.");
     row("read \"\"",
         "read: \"\" is no name and no value; leave it out, or say what is meant: quorvex-tool [--port "
         "PORT[,PORT...]] read [FILE.bpc]");
