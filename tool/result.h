@@ -38,4 +38,12 @@ private:
     Status status_;
 };
 
+/// What a command has found out that ended so.
+inline Result failed(const Failure& failure) {
+    Result result;
+    result.status = failure.status();
+    result.problem = failure.problem();
+    return result;
+}
+
 }  // namespace quorvex::tool

@@ -12,13 +12,6 @@ namespace quorvex::tool {
 
 namespace {
 
-Result failed(const Failure& failure) {
-    Result result;
-    result.status = failure.status();
-    result.problem = failure.problem();
-    return result;
-}
-
 Result resultOf(const Request& request, int& stopSignal) {
     try {
         if (!request.command->talksToUnit())

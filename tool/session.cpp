@@ -125,8 +125,7 @@ Result runJob(const UnitJob& job, PlainWindow& window) {
     try {
         result = job(window);
     } catch (const Failure& failure) {
-        result.status = failure.status();
-        result.problem = failure.problem();
+        result = failed(failure);
     }
     if (result.status == Status::noAnswer && !window.isPortOpen()) {
         result.status = Status::port;
